@@ -1,0 +1,69 @@
+// AcRx runtime: application messages, the runtime object root, the system
+// registry and the dynamic linker.
+#pragma once
+
+#include "adsdef.h"
+
+namespace AcRx {
+enum AppMsgCode {
+  kNullMsg = 0,
+  kInitAppMsg = 1,
+  kUnloadAppMsg = 2,
+  kLoadDwgMsg = 3,
+  kUnloadDwgMsg = 4,
+  kInvkSubrMsg = 5,
+  kCfgMsg = 6,
+  kEndMsg = 7,
+  kQuitMsg = 8,
+  kSaveMsg = 9,
+  kDependencyMsg = 10,
+  kNoDependencyMsg = 11,
+  kOleUnloadAppMsg = 12,
+  kPreQuitMsg = 13,
+  kInitDialogMsg = 14,
+  kEndDialogMsg = 15,
+  kSuspendMsg = 16,
+  kInitTabGroupMsg = 17,
+  kEndTabGroupMsg = 18,
+};
+enum AppRetCode { kRetOK = 0, kRetError = 3 };
+}  // namespace AcRx
+
+// Root of the runtime class tree; objects in the system registry derive
+// from it and are told apart with the classes' cast().
+class AcRxObject {
+ public:
+  virtual ~AcRxObject();
+};
+
+// The system registry: named service objects of the host.
+class AcRxDictionary : public AcRxObject {
+ public:
+  virtual AcRxObject* at(const ACHAR* key) const = 0;
+};
+AcRxDictionary* acrxSysRegistry();
+
+#define ACRX_DYNAMIC_LINKER L"DynamicLinker"
+#define ACRX_COMMAND_DOCK L"ACAD_REGISTERED_COMMANDS"
+#define ACRX_EDITOR L"AcEditor"
+
+class AcRxDynamicLinker : public AcRxObject {
+ public:
+  static AcRxDynamicLinker* cast(AcRxObject* obj) { return dynamic_cast<AcRxDynamicLinker*>(obj); }
+  virtual bool unlockApplication(void* appId) const = 0;
+  virtual bool lockApplication(void* appId) const = 0;
+  virtual bool isApplicationLocked(const ACHAR* name) const = 0;
+  virtual bool registerAppMDIAware(void* appId) const = 0;
+  virtual bool registerAppNotMDIAware(void* appId) const = 0;
+  virtual bool loadModule(const ACHAR* fileName, bool printit, bool asCmd = false) = 0;
+  virtual bool unloadModule(const ACHAR* fileName, bool asCmd = false) = 0;
+};
+#define acrxDynamicLinker AcRxDynamicLinker::cast(acrxSysRegistry()->at(ACRX_DYNAMIC_LINKER))
+
+// The API version an application reports; the host refuses modules built
+// for another.
+#define ACRX_API_VERSION_MAJOR 20
+#define ACRX_API_VERSION_MINOR 0
+
+// Every module exports these two with C linkage.
+#define ACRX_EXPORT_ENTRY extern "C" __attribute__((visibility("default")))

@@ -1,0 +1,29 @@
+// ACUT utility calls: result-buffer allocation, list building, printing.
+#pragma once
+
+#include "adsdef.h"
+
+// A new node of the given type, value zeroed; null when out of memory.
+resbuf* acutNewRb(int type);
+// Releases the whole chain from rb on, with the strings and binary buffers
+// that its nodes own (by the value kind of each node's type code).
+int acutRelRb(resbuf* rb);
+// Copies src into a new string allocated with the platform's allocator;
+// *dst receives it (null for a null src). Returns a status code.
+int acutNewString(const ACHAR* src, ACHAR*& dst);
+// Builds a chain from (type, value) pairs terminated by 0. RTLB, RTLE,
+// RTDOTE, RTNIL, RTT and -3 take no value; RTDXF0 takes a string (group 0).
+resbuf* acutBuildList(int rtype, ...);
+// Prints to the command line; the format follows the platform's wide
+// convention (%s takes a wide string).
+int acutPrintf(const ACHAR* format, ...);
+int acutSPrintf(ACHAR* buffer, const ACHAR* format, ...);
+
+int acutPolar(const ads_point pt, ads_real angle, ads_real dist, ads_point result);
+ads_real acutAngle(const ads_point pt1, const ads_point pt2);
+ads_real acutDistance(const ads_point pt1, const ads_point pt2);
+int acutCvUnit(ads_real value, const ACHAR* oldunit, const ACHAR* newunit, ads_real* result);
+int acutWcMatch(const ACHAR* string, const ACHAR* pattern);
+int acutRToS(ads_real val, int unit, int prec, ACHAR* str, size_t nBufLen);
+int acutAngToS(ads_real val, int unit, int prec, ACHAR* str, size_t nBufLen);
+int acutDisToF(const ACHAR* str, int unit, ads_real* v);

@@ -1,0 +1,141 @@
+// The Windows subset the module and the base library call: basic types,
+// environment, private-profile (INI) files, file attributes and directory
+// operations, the registry, debugger output and message boxes, and a few
+// C runtime calls. Every path argument may be in the family's Windows form
+// (backslashes, any case); the host maps it to the native file system.
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cwchar>
+
+typedef int BOOL;
+typedef unsigned char BYTE;
+typedef std::uint16_t WORD;
+typedef std::uint32_t DWORD;
+typedef std::int32_t LONG;
+typedef std::uint32_t UINT;
+typedef wchar_t WCHAR;
+typedef wchar_t TCHAR;
+typedef const wchar_t* LPCWSTR;
+typedef wchar_t* LPWSTR;
+typedef const wchar_t* LPCTSTR;
+typedef wchar_t* LPTSTR;
+typedef const char* LPCSTR;
+typedef void* HANDLE;
+typedef void* HWND;
+typedef void* HMODULE;
+typedef void* HINSTANCE;
+typedef struct HKEY__* HKEY;
+typedef DWORD REGSAM;
+
+#ifndef TRUE
+#define TRUE 1
+#define FALSE 0
+#endif
+#define MAX_PATH 260
+#define WINAPI
+#define APIENTRY
+
+#define DLL_PROCESS_DETACH 0
+#define DLL_PROCESS_ATTACH 1
+#define DLL_THREAD_ATTACH 2
+#define DLL_THREAD_DETACH 3
+
+// Environment (the process environment, UTF-8 on this host).
+// Returns the length without the terminator, or the size needed including
+// it when the buffer is too small, or 0 when the variable is absent.
+DWORD GetEnvironmentVariableW(LPCWSTR name, LPWSTR buffer, DWORD size);
+// A null value deletes the variable.
+BOOL SetEnvironmentVariableW(LPCWSTR name, LPCWSTR value);
+
+// Private-profile files with Windows semantics: sections and keys compared
+// without regard to case, values trimmed, a missing file reads as empty.
+// Files with a UTF-8 or UTF-16 byte-order mark are read; writes go out as
+// UTF-8 through a temporary file and a rename.
+DWORD GetPrivateProfileStringW(LPCWSTR section, LPCWSTR key, LPCWSTR defaultValue,
+                               LPWSTR buffer, DWORD size, LPCWSTR fileName);
+UINT GetPrivateProfileIntW(LPCWSTR section, LPCWSTR key, int defaultValue, LPCWSTR fileName);
+// key=value strings, each null-terminated, the list ending in an extra null.
+DWORD GetPrivateProfileSectionW(LPCWSTR section, LPWSTR buffer, DWORD size, LPCWSTR fileName);
+DWORD GetPrivateProfileSectionNamesW(LPWSTR buffer, DWORD size, LPCWSTR fileName);
+// A null key deletes the section; a null value deletes the key.
+BOOL WritePrivateProfileStringW(LPCWSTR section, LPCWSTR key, LPCWSTR value, LPCWSTR fileName);
+
+// Files and directories.
+#define INVALID_FILE_ATTRIBUTES ((DWORD)-1)
+#define FILE_ATTRIBUTE_READONLY 0x00000001
+#define FILE_ATTRIBUTE_HIDDEN 0x00000002
+#define FILE_ATTRIBUTE_DIRECTORY 0x00000010
+#define FILE_ATTRIBUTE_ARCHIVE 0x00000020
+#define FILE_ATTRIBUTE_NORMAL 0x00000080
+DWORD GetFileAttributesW(LPCWSTR fileName);
+BOOL CreateDirectoryW(LPCWSTR path, void* securityAttributes);
+BOOL RemoveDirectoryW(LPCWSTR path);
+BOOL DeleteFileW(LPCWSTR fileName);
+BOOL MoveFileW(LPCWSTR from, LPCWSTR to);
+BOOL CopyFileW(LPCWSTR from, LPCWSTR to, BOOL failIfExists);
+DWORD GetLastError();
+#define ERROR_SUCCESS 0L
+#define ERROR_FILE_NOT_FOUND 2L
+#define ERROR_PATH_NOT_FOUND 3L
+#define ERROR_ACCESS_DENIED 5L
+#define ERROR_ALREADY_EXISTS 183L
+#define ERROR_MORE_DATA 234L
+
+// The registry (a file-backed store on this host).
+#define HKEY_CLASSES_ROOT ((HKEY)(std::uintptr_t)0x80000000u)
+#define HKEY_CURRENT_USER ((HKEY)(std::uintptr_t)0x80000001u)
+#define HKEY_LOCAL_MACHINE ((HKEY)(std::uintptr_t)0x80000002u)
+#define KEY_READ 0x20019
+#define KEY_WRITE 0x20006
+#define KEY_ALL_ACCESS 0xF003F
+#define REG_NONE 0
+#define REG_SZ 1
+#define REG_DWORD 4
+#define REG_OPTION_NON_VOLATILE 0
+LONG RegOpenKeyExW(HKEY key, LPCWSTR subKey, DWORD options, REGSAM desired, HKEY* result);
+LONG RegCreateKeyExW(HKEY key, LPCWSTR subKey, DWORD reserved, LPWSTR cls, DWORD options,
+                     REGSAM desired, void* security, HKEY* result, DWORD* disposition);
+// A null or empty name is the key's default (unnamed) value.
+LONG RegSetValueExW(HKEY key, LPCWSTR valueName, DWORD reserved, DWORD type, const BYTE* data, DWORD size);
+LONG RegQueryValueExW(HKEY key, LPCWSTR valueName, DWORD* reserved, DWORD* type, BYTE* data, DWORD* size);
+LONG RegDeleteValueW(HKEY key, LPCWSTR valueName);
+LONG RegCloseKey(HKEY key);
+
+// Debugger output: standard error, or the file named by KEL_DEBUG_LOG.
+void OutputDebugStringW(LPCWSTR text);
+
+// Message boxes (headless; see AfxMessageBox).
+#define MB_OK 0x0u
+#define MB_OKCANCEL 0x1u
+#define MB_YESNOCANCEL 0x3u
+#define MB_YESNO 0x4u
+#define MB_ICONERROR 0x10u
+#define MB_ICONQUESTION 0x20u
+#define MB_ICONWARNING 0x30u
+#define MB_ICONINFORMATION 0x40u
+#define IDOK 1
+#define IDCANCEL 2
+#define IDYES 6
+#define IDNO 7
+int MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type);
+
+DWORD GetTickCount();
+void Sleep(DWORD milliseconds);
+
+// C runtime calls of the Windows family.
+inline double _wtof(const wchar_t* s) { return s ? std::wcstod(s, nullptr) : 0.0; }
+inline int _wtoi(const wchar_t* s) { return s ? static_cast<int>(std::wcstol(s, nullptr, 10)) : 0; }
+inline long _wtol(const wchar_t* s) { return s ? std::wcstol(s, nullptr, 10) : 0; }
+int _wcsicmp(const wchar_t* a, const wchar_t* b);
+int _wcsnicmp(const wchar_t* a, const wchar_t* b, size_t n);
+wchar_t* _wcsupr(wchar_t* s);
+wchar_t* _wcslwr(wchar_t* s);
+// Opens a file by a family path; the mode may carry ",ccs=UTF-8" and the
+// like, which this host accepts and ignores (files are UTF-8).
+FILE* _wfopen(const wchar_t* fileName, const wchar_t* mode);
+#ifndef _countof
+#define _countof(a) (sizeof(a) / sizeof((a)[0]))
+#endif

@@ -1,0 +1,49 @@
+// The headless host as the console and the tests drive it: the command
+// line, the open document with its AutoLISP environment, loaded modules
+// and registered commands.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace kelhost {
+namespace lisp {
+class Interpreter;
+}
+
+class Host {
+ public:
+  static Host& instance();
+
+  // Everything printed on the command line (acutPrintf, princ, errors).
+  // Without a sink the text goes to standard output as UTF-8.
+  void setCommandLineSink(std::function<void(const std::wstring&)> sink);
+  void writeCommandLine(const std::wstring& text);
+
+  // The document's AutoLISP interpreter.
+  lisp::Interpreter& lisp();
+
+  // Loads a module: dlopen, its DllMain attach, the API version check,
+  // kInitAppMsg, then kLoadDwgMsg for the open document. False with a
+  // message when the file is not a loadable module.
+  bool loadModule(const std::string& nativePath, std::wstring* error = nullptr);
+  // Unloads one module (kUnloadDwgMsg, kUnloadAppMsg, DllMain detach,
+  // dlclose), if it is unlockable.
+  bool unloadModule(const std::string& nativePath, std::wstring* error = nullptr);
+  // At exit: every module in reverse load order.
+  void unloadAll();
+  std::vector<std::string> loadedModules() const;
+
+  // Runs a registered command typed at the prompt (global or local name,
+  // any case). False when no such command is registered.
+  bool runCommand(const std::wstring& name);
+  bool isCommand(const std::wstring& name) const;
+
+  // Objects opened and not yet closed (discipline check after each call).
+  int openObjectCount() const;
+
+ private:
+  Host();
+};
+}  // namespace kelhost

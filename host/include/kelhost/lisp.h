@@ -1,0 +1,91 @@
+// The AutoLISP interpreter of a document: reader, evaluator, built-ins, and
+// the doorway through which external (EXRXSUBR) functions are called.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+struct resbuf;
+
+namespace kelhost::lisp {
+
+// What an external function gave back.
+struct ExternalResult {
+  // True when the function set no value (acedRetVoid): code sees nil and
+  // the prompt prints nothing.
+  bool isVoid = true;
+  // The value as a chain in the platform's list protocol (see
+  // Interpreter::valueFromChain); owned by the interpreter after return.
+  // Null with isVoid false means nil.
+  resbuf* value = nullptr;
+};
+
+// Called for every call of an external function.
+class ExternalHandler {
+ public:
+  virtual ~ExternalHandler() = default;
+  // args: the call's arguments converted to a chain (null for none); the
+  // interpreter owns and releases it after the call.
+  virtual ExternalResult invoke(void* owner, int code, const std::wstring& name, resbuf* args) = 0;
+};
+
+// Outcome of evaluating one top-level expression.
+struct Outcome {
+  bool ok = true;            // false: an AutoLISP error abandoned it
+  bool printable = true;     // false: nothing is echoed at the prompt
+  std::wstring valueText;    // the value in prin1 form (when ok)
+  std::wstring error;        // the error message (when !ok), without "; error: "
+};
+
+class Interpreter {
+ public:
+  Interpreter();
+  ~Interpreter();
+  Interpreter(const Interpreter&) = delete;
+  Interpreter& operator=(const Interpreter&) = delete;
+
+  // Command-line text written by princ, prin1, print, prompt, terpri and
+  // the error reports ("\n; error: ..." when *error* is not set).
+  void setOutput(std::function<void(const std::wstring&)> sink);
+  void setExternalHandler(ExternalHandler* handler);
+
+  // Reads and evaluates every expression of source in order, calling
+  // onEach after each top-level expression. Stops at the first error
+  // (reader or evaluation) and returns false then.
+  bool evalSource(const std::wstring& source, const std::function<void(const Outcome&)>& onEach);
+  // Evaluates one expression text and returns its outcome (reader errors
+  // included).
+  Outcome evalOne(const std::wstring& source);
+  // Same as (load path): the value of the last expression, errors
+  // reported as by load.
+  Outcome loadFile(const std::wstring& familyPath);
+
+  // External functions (acedDefun/acedUndef): the symbol (case-insensitive)
+  // is bound to an EXRXSUBR value carrying owner and code.
+  bool defineExternal(const std::wstring& name, void* owner, int code);
+  // Removes the binding when it is the EXRXSUBR of that code.
+  bool undefineExternal(const std::wstring& name, int code);
+  void undefineAllOf(void* owner);
+
+  // Symbols as chains (acedGetSym/acedPutSym). getSymbol returns a new
+  // chain the caller releases (RTNIL node for nil), or null when the name
+  // is not a valid symbol. putSymbol converts the chain with
+  // valueFromChain.
+  resbuf* getSymbol(const std::wstring& name);
+  bool putSymbol(const std::wstring& name, const resbuf* value);
+
+  // Value chains follow the platform's list protocol: RTSTR string,
+  // RTREAL real, RTSHORT/RTLONG integer, RTPOINT (x y), RT3DPOINT (x y z),
+  // RTENAME/RTPICKS names, RTNIL nil, RTT T, RTLB..RTLE a list, RTLB a
+  // RTDOTE b RTLE a dotted pair; a node with a DXF group code becomes
+  // (code . value), (code x y z) for points; several nodes at top level
+  // form a list, a single node is its value.
+
+  struct Impl;
+
+ private:
+  std::unique_ptr<Impl> mImpl;
+};
+
+}  // namespace kelhost::lisp

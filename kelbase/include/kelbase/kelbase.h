@@ -1,0 +1,9 @@
+// The family base library: everything it offers the module.
+#pragma once
+
+#include "kelbase/directories.h"
+#include "kelbase/files.h"
+#include "kelbase/inisetting.h"
+#include "kelbase/software.h"
+#include "kelbase/strings.h"
+#include "kelbase/tolerance.h"
