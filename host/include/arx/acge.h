@@ -5,7 +5,7 @@
 
 class AcGeTol {
  public:
-  AcGeTol() = default;
+  constexpr AcGeTol() = default;
   double equalPoint() const { return mEqualPoint; }
   double equalVector() const { return mEqualVector; }
   void setEqualPoint(double val) { mEqualPoint = val; }
@@ -22,8 +22,8 @@ struct AcGeContext {
 
 class AcGeVector2d {
  public:
-  AcGeVector2d() = default;
-  AcGeVector2d(double xx, double yy) : x(xx), y(yy) {}
+  constexpr AcGeVector2d() = default;
+  constexpr AcGeVector2d(double xx, double yy) : x(xx), y(yy) {}
   static const AcGeVector2d kIdentity, kXAxis, kYAxis;
   AcGeVector2d operator+(const AcGeVector2d& v) const { return {x + v.x, y + v.y}; }
   AcGeVector2d operator-(const AcGeVector2d& v) const { return {x - v.x, y - v.y}; }
@@ -38,7 +38,9 @@ class AcGeVector2d {
   double dotProduct(const AcGeVector2d& v) const { return x * v.x + y * v.y; }
   // Angle from the X axis, in [0, 2pi).
   double angle() const;
+  // Angle between the vectors, in [0, pi].
   double angleTo(const AcGeVector2d& v) const;
+  // A zero-length vector (within tol) is returned or left unchanged.
   AcGeVector2d normal(const AcGeTol& tol = AcGeContext::gTol) const;
   AcGeVector2d& normalize(const AcGeTol& tol = AcGeContext::gTol);
   bool isZeroLength(const AcGeTol& tol = AcGeContext::gTol) const { return length() <= tol.equalVector(); }
@@ -52,8 +54,8 @@ class AcGeVector2d {
 
 class AcGePoint2d {
  public:
-  AcGePoint2d() = default;
-  AcGePoint2d(double xx, double yy) : x(xx), y(yy) {}
+  constexpr AcGePoint2d() = default;
+  constexpr AcGePoint2d(double xx, double yy) : x(xx), y(yy) {}
   static const AcGePoint2d kOrigin;
   AcGePoint2d operator+(const AcGeVector2d& v) const { return {x + v.x, y + v.y}; }
   AcGePoint2d operator-(const AcGeVector2d& v) const { return {x - v.x, y - v.y}; }
@@ -75,8 +77,8 @@ class AcGePoint2d {
 
 class AcGeVector3d {
  public:
-  AcGeVector3d() = default;
-  AcGeVector3d(double xx, double yy, double zz) : x(xx), y(yy), z(zz) {}
+  constexpr AcGeVector3d() = default;
+  constexpr AcGeVector3d(double xx, double yy, double zz) : x(xx), y(yy), z(zz) {}
   static const AcGeVector3d kIdentity, kXAxis, kYAxis, kZAxis;
   AcGeVector3d operator+(const AcGeVector3d& v) const { return {x + v.x, y + v.y, z + v.z}; }
   AcGeVector3d operator-(const AcGeVector3d& v) const { return {x - v.x, y - v.y, z - v.z}; }
@@ -96,9 +98,15 @@ class AcGeVector3d {
   double angleTo(const AcGeVector3d& v) const;
   // Angle from this to v seen from the tip of refVec, in [0, 2pi).
   double angleTo(const AcGeVector3d& v, const AcGeVector3d& refVec) const;
+  // A zero-length vector (within tol) is returned or left unchanged.
   AcGeVector3d normal(const AcGeTol& tol = AcGeContext::gTol) const;
   AcGeVector3d& normalize(const AcGeTol& tol = AcGeContext::gTol);
+  // A vector perpendicular to this one, by the arbitrary-axis rule: the Y
+  // axis crossed with this vector when x and y are both below 1/64, else
+  // the Z axis crossed with it (not normalized).
   AcGeVector3d perpVector() const;
+  // Parallel / perpendicular within tol.equalVector() on the unit vectors;
+  // false when either vector has zero length.
   bool isZeroLength(const AcGeTol& tol = AcGeContext::gTol) const { return length() <= tol.equalVector(); }
   bool isParallelTo(const AcGeVector3d& v, const AcGeTol& tol = AcGeContext::gTol) const;
   bool isPerpendicularTo(const AcGeVector3d& v, const AcGeTol& tol = AcGeContext::gTol) const;
@@ -114,8 +122,8 @@ class AcGeVector3d {
 
 class AcGePoint3d {
  public:
-  AcGePoint3d() = default;
-  AcGePoint3d(double xx, double yy, double zz) : x(xx), y(yy), z(zz) {}
+  constexpr AcGePoint3d() = default;
+  constexpr AcGePoint3d(double xx, double yy, double zz) : x(xx), y(yy), z(zz) {}
   static const AcGePoint3d kOrigin;
   AcGePoint3d operator+(const AcGeVector3d& v) const { return {x + v.x, y + v.y, z + v.z}; }
   AcGePoint3d operator-(const AcGeVector3d& v) const { return {x - v.x, y - v.y, z - v.z}; }

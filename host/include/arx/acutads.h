@@ -1,6 +1,8 @@
 // ACUT utility calls: result-buffer allocation, list building, printing.
 #pragma once
 
+#include <cstddef>
+
 #include "adsdef.h"
 
 // A new node of the given type, value zeroed; null when out of memory.
@@ -11,12 +13,23 @@ int acutRelRb(resbuf* rb);
 // Copies src into a new string allocated with the platform's allocator;
 // *dst receives it (null for a null src). Returns a status code.
 int acutNewString(const ACHAR* src, ACHAR*& dst);
-// Builds a chain from (type, value) pairs terminated by 0. RTLB, RTLE,
-// RTDOTE, RTNIL, RTT and -3 take no value; RTDXF0 takes a string (group 0).
+// Builds a chain from (type, value) pairs terminated by 0 or RTNONE. The
+// value follows the kind of the code (result type or DXF group): a double
+// for reals and angles; a pointer to three doubles for points; an int for
+// shorts (60-79, 170-179, 270-299, 370-389, 400-409, 1060-1070, RTSHORT)
+// and for 32-bit longs (90-99, 420-459, 1071, RTLONG); a long long for
+// 160-169 and RTINT64; a wide string, copied, for strings; a pointer to an
+// ads_name for names (-1, -2, 330-369, 390-399, RTENAME, RTPICKS); a
+// pointer to an ads_binary, whose bytes are copied, for binary chunks
+// (310-319, 1004). RTLB, RTLE, RTDOTE, RTNIL, RTT and -3 take no value.
+// RTDXF0 takes a string and makes the group-0 node (type code 0). An
+// unknown code or a null pointer releases what was built and gives null.
 resbuf* acutBuildList(int rtype, ...);
 // Prints to the command line; the format follows the platform's wide
 // convention (%s takes a wide string).
 int acutPrintf(const ACHAR* format, ...);
+// Formats into buffer, which (as on the platform) must be large enough for
+// the text and its terminator. Returns the number of characters written.
 int acutSPrintf(ACHAR* buffer, const ACHAR* format, ...);
 
 int acutPolar(const ads_point pt, ads_real angle, ads_real dist, ads_point result);

@@ -34,7 +34,8 @@ class CString {
   const std::wstring& str() const { return m; }
 
   // A writable buffer of at least minLength characters (plus terminator);
-  // ReleaseBuffer(-1) takes the length up to the first null.
+  // ReleaseBuffer(-1) takes the length up to the first null. Until
+  // ReleaseBuffer, GetLength() reports the buffer's length.
   wchar_t* GetBuffer(int minLength = 0);
   wchar_t* GetBufferSetLength(int length);
   void ReleaseBuffer(int newLength = -1);
@@ -145,9 +146,10 @@ class CStringArray : public CArray<CString, const CString&> {
   int Add(const CString& s) { return CArray<CString, const CString&>::Add(s); }
 };
 
-// Message boxes are headless: the text goes to standard error (and to the
-// host's record of shown boxes) and the box answers as if OK (or Yes) was
-// chosen.
+// Message boxes are headless: "[caption] text" goes to standard error as
+// UTF-8 (and to the host's record of shown boxes, kelhost/ui.h) and the box
+// answers with its default button: OK, or Yes for Yes/No boxes. The caption
+// of AfxMessageBox is the program's name, "AutoCAD".
 int AfxMessageBox(const wchar_t* text, UINT type = MB_OK, UINT helpId = 0);
 
 // Extension-DLL frame. The host's loader calls the module's DllMain.
@@ -160,8 +162,12 @@ BOOL AfxInitExtensionModule(AFX_EXTENSION_MODULE& state, HMODULE module);
 void AfxTermExtensionModule(AFX_EXTENSION_MODULE& state, BOOL all = FALSE);
 class CDynLinkLibrary {
  public:
+  // Created with new by a module's DllMain; AfxTermExtensionModule deletes it.
   explicit CDynLinkLibrary(AFX_EXTENSION_MODULE& state, BOOL system = FALSE);
   virtual ~CDynLinkLibrary();
+  CDynLinkLibrary(const CDynLinkLibrary&) = delete;
+  CDynLinkLibrary& operator=(const CDynLinkLibrary&) = delete;
+  AFX_EXTENSION_MODULE* moduleState() const { return mState; }
   static int liveCount();  // libraries created and not yet destroyed
 
  private:

@@ -9,6 +9,7 @@
 #include "acrx.h"
 #include "accmd.h"
 #include "dbapserv.h"
+#include "aced_editor.h"
 #include "acge.h"
 #include "acarray.h"
 #include "win32.h"

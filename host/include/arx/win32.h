@@ -57,7 +57,8 @@ BOOL SetEnvironmentVariableW(LPCWSTR name, LPCWSTR value);
 DWORD GetPrivateProfileStringW(LPCWSTR section, LPCWSTR key, LPCWSTR defaultValue,
                                LPWSTR buffer, DWORD size, LPCWSTR fileName);
 UINT GetPrivateProfileIntW(LPCWSTR section, LPCWSTR key, int defaultValue, LPCWSTR fileName);
-// key=value strings, each null-terminated, the list ending in an extra null.
+// key=value strings, each null-terminated, the list ending in an extra null
+// (values as in the file: blanks around '=' removed, quotes kept).
 DWORD GetPrivateProfileSectionW(LPCWSTR section, LPWSTR buffer, DWORD size, LPCWSTR fileName);
 DWORD GetPrivateProfileSectionNamesW(LPWSTR buffer, DWORD size, LPCWSTR fileName);
 // A null key deletes the section; a null value deletes the key.
@@ -76,25 +77,47 @@ BOOL RemoveDirectoryW(LPCWSTR path);
 BOOL DeleteFileW(LPCWSTR fileName);
 BOOL MoveFileW(LPCWSTR from, LPCWSTR to);
 BOOL CopyFileW(LPCWSTR from, LPCWSTR to, BOOL failIfExists);
+// The calling thread's last error, set by the calls of this header.
 DWORD GetLastError();
+void SetLastError(DWORD error);
 #define ERROR_SUCCESS 0L
 #define ERROR_FILE_NOT_FOUND 2L
 #define ERROR_PATH_NOT_FOUND 3L
 #define ERROR_ACCESS_DENIED 5L
+#define ERROR_INVALID_HANDLE 6L
+#define ERROR_NOT_ENOUGH_MEMORY 8L
+#define ERROR_WRITE_FAULT 29L
+#define ERROR_READ_FAULT 30L
+#define ERROR_FILE_EXISTS 80L
+#define ERROR_INVALID_PARAMETER 87L
+#define ERROR_INSUFFICIENT_BUFFER 122L
+#define ERROR_INVALID_NAME 123L
+#define ERROR_DIR_NOT_EMPTY 145L
 #define ERROR_ALREADY_EXISTS 183L
+#define ERROR_ENVVAR_NOT_FOUND 203L
 #define ERROR_MORE_DATA 234L
+#define ERROR_DIRECTORY 267L
 
-// The registry (a file-backed store on this host).
+// The registry: a persistent file-backed store on this host (the file is
+// KEL_REGISTRY_FILE, else $XDG_CONFIG_HOME/kelcad/registry.ini, else
+// ~/.config/kelcad/registry.ini). REG_SZ, REG_EXPAND_SZ and REG_DWORD
+// values; string sizes are in bytes of this host's 4-byte wchar_t.
 #define HKEY_CLASSES_ROOT ((HKEY)(std::uintptr_t)0x80000000u)
 #define HKEY_CURRENT_USER ((HKEY)(std::uintptr_t)0x80000001u)
 #define HKEY_LOCAL_MACHINE ((HKEY)(std::uintptr_t)0x80000002u)
+#define KEY_QUERY_VALUE 0x0001
+#define KEY_SET_VALUE 0x0002
+#define KEY_CREATE_SUB_KEY 0x0004
 #define KEY_READ 0x20019
 #define KEY_WRITE 0x20006
 #define KEY_ALL_ACCESS 0xF003F
 #define REG_NONE 0
 #define REG_SZ 1
+#define REG_EXPAND_SZ 2
 #define REG_DWORD 4
 #define REG_OPTION_NON_VOLATILE 0
+#define REG_CREATED_NEW_KEY 1
+#define REG_OPENED_EXISTING_KEY 2
 LONG RegOpenKeyExW(HKEY key, LPCWSTR subKey, DWORD options, REGSAM desired, HKEY* result);
 LONG RegCreateKeyExW(HKEY key, LPCWSTR subKey, DWORD reserved, LPWSTR cls, DWORD options,
                      REGSAM desired, void* security, HKEY* result, DWORD* disposition);
@@ -110,14 +133,20 @@ void OutputDebugStringW(LPCWSTR text);
 // Message boxes (headless; see AfxMessageBox).
 #define MB_OK 0x0u
 #define MB_OKCANCEL 0x1u
+#define MB_ABORTRETRYIGNORE 0x2u
 #define MB_YESNOCANCEL 0x3u
 #define MB_YESNO 0x4u
+#define MB_RETRYCANCEL 0x5u
+#define MB_CANCELTRYCONTINUE 0x6u
 #define MB_ICONERROR 0x10u
 #define MB_ICONQUESTION 0x20u
 #define MB_ICONWARNING 0x30u
 #define MB_ICONINFORMATION 0x40u
 #define IDOK 1
 #define IDCANCEL 2
+#define IDABORT 3
+#define IDRETRY 4
+#define IDIGNORE 5
 #define IDYES 6
 #define IDNO 7
 int MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type);

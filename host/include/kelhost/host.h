@@ -20,6 +20,8 @@ class Host {
   // Without a sink the text goes to standard output as UTF-8.
   void setCommandLineSink(std::function<void(const std::wstring&)> sink);
   void writeCommandLine(const std::wstring& text);
+  // True when nothing was written yet or the last text ended a line.
+  bool atLineStart() const;
 
   // The document's AutoLISP interpreter.
   lisp::Interpreter& lisp();

@@ -30,6 +30,16 @@ class ExternalHandler {
   virtual ExternalResult invoke(void* owner, int code, const std::wstring& name, resbuf* args) = 0;
 };
 
+// What the interpreter may do beyond pure evaluation. The defaults are the
+// platform's; a fuzzer or a sandboxed caller narrows them.
+struct Options {
+  bool allowFiles = true;         // open, load and findfile reach the file system
+  bool allowSetenv = true;        // setenv changes the process environment
+  unsigned long long maxSteps = 0;  // evaluation steps and allocated cells per
+                                    // call into the interpreter (evalSource,
+                                    // evalOne, loadFile...); 0: no limit
+};
+
 // Outcome of evaluating one top-level expression.
 struct Outcome {
   bool ok = true;            // false: an AutoLISP error abandoned it
@@ -49,6 +59,7 @@ class Interpreter {
   // the error reports ("\n; error: ..." when *error* is not set).
   void setOutput(std::function<void(const std::wstring&)> sink);
   void setExternalHandler(ExternalHandler* handler);
+  void setOptions(const Options& options);
 
   // Reads and evaluates every expression of source in order, calling
   // onEach after each top-level expression. Stops at the first error
@@ -74,6 +85,12 @@ class Interpreter {
   // valueFromChain.
   resbuf* getSymbol(const std::wstring& name);
   bool putSymbol(const std::wstring& name, const resbuf* value);
+
+  // Calls an AutoLISP function (acedInvoke): args holds the function name
+  // (RTSTR) followed by its arguments in the list protocol; *result
+  // receives a new chain the caller releases (RTNIL node for nil). RTNORM,
+  // or RTERROR when the call failed (the error is reported as usual).
+  int invoke(const resbuf* args, resbuf** result);
 
   // Value chains follow the platform's list protocol: RTSTR string,
   // RTREAL real, RTSHORT/RTLONG integer, RTPOINT (x y), RT3DPOINT (x y z),

@@ -1,5 +1,5 @@
 // Headless user interface: message boxes answer at once; tests can read
-// what they showed.
+// what they showed, and what the module's MFC start-up asked for.
 #pragma once
 
 #include <string>
@@ -15,4 +15,11 @@ struct ShownMessageBox {
 const std::vector<ShownMessageBox>& ShownMessageBoxes();
 void ClearShownMessageBoxes();
 void RecordMessageBox(const std::wstring& text, const std::wstring& caption, unsigned type);
+// The answer a headless box gives: its default (first) button, so IDOK,
+// IDYES for Yes/No boxes, IDABORT, IDRETRY or IDCANCEL for the others.
+int HeadlessMessageBoxAnswer(unsigned type);
+
+// How often InitAcUiDLL ran, and whether AfxEnableControlContainer did.
+int InitAcUiDLLCallCount();
+bool ControlContainerEnabled();
 }  // namespace kelhost
