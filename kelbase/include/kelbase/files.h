@@ -2,6 +2,8 @@
 #pragma once
 
 namespace KEL {
-// True when the file or directory exists.
+// True when the file or directory exists (GetFileAttributesW; the path is
+// mapped to the native file system, components matched in any case). A
+// null or empty path does not exist.
 bool IsExist(const wchar_t* path);
 }  // namespace KEL

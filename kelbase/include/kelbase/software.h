@@ -5,16 +5,29 @@
 #include "kelcad/platform.h"
 
 namespace KEL {
-// Writes a string value (valueName null or empty: the key's default
-// value) under root\key, creating the key. False on failure.
+// The family's state is kept under HKEY_CURRENT_USER\Software\KELSoft\KELCAD:
+//   "InSoftware"  "1" or "0"   (SetIsInSoftware)
+//   "Menu"        menu name, empty for the CAD program's own (SRCADMenu)
+
+// Writes a string value (REG_SZ; valueName null or empty: the key's
+// default value; a null value writes an empty one) under root\key,
+// creating the key. False on failure.
 bool SetRegStr(HKEY root, const wchar_t* key, const wchar_t* valueName, const wchar_t* value);
+// Reads a string value of any length. False, with value emptied, when the
+// key or value is missing or is not a string (REG_SZ, or REG_EXPAND_SZ
+// handed over unexpanded).
 bool GetRegStr(HKEY root, const wchar_t* key, const wchar_t* valueName, CString& value);
-// Whether the CAD program runs as part of one of the family's products.
+// Whether the CAD program runs as part of one of the family's products;
+// kept in the registry, so it outlives the session. Unset reads false.
 void SetIsInSoftware(bool in);
 bool GetIsInSoftware();
 // Restores the CAD program's own menu (toSoftware false) or the family's
-// menu named by menuName (toSoftware true).
+// menu named by menuName (toSoftware true). This host has no menu bar: the
+// requested menu is recorded as "Menu" under the product key. True when
+// recorded.
 bool SRCADMenu(bool toSoftware, const CString& menuName);
-// The module is loaded (name with or without ".arx", any case).
+// The module is loaded (name with or without ".arx", any case, any folder:
+// only file names are compared). Reads the platform's list of loaded
+// modules up to its first entry that is not a string.
 bool IsLoadedArx(const wchar_t* moduleName);
 }  // namespace KEL
