@@ -1,0 +1,208 @@
+// The LISP function table, its registration per drawing and the dispatch
+// of calls by function code.
+#include "kelcad/entry/lisp_table.h"
+
+#include "kelcad/entry/lisp_handlers.h"
+#include "kelcad/entry/not_available.h"
+#include "kelcad/platform.h"
+
+namespace KEL {
+
+namespace {
+
+using namespace Lisp;
+
+// Functions that this build does not have yet answer through one handler.
+constexpr LispHandler kNotBuilt = LispNotAvailable;
+
+// Row i carries code i + 1. "mkins"/"kel_mkins" and
+// "kel_getsoftpath"/"kel_getinstalldir" share their handlers.
+const LispFunctionRow kTable[kLispFunctionCount] = {
+    {L"kel_findfile", kNotBuilt, 0},             // 1
+    {L"kel_delfile", kNotBuilt, 0},              // 2
+    {L"kel_entmakeline", kNotBuilt, 0},          // 3
+    {L"kel_help", KEL_Help, 0},                  // 4
+    {L"kel_ptpmdist", kNotBuilt, 0},             // 5
+    {L"kel_lst2str", kNotBuilt, 0},              // 6
+    {L"kel_ssredraw", kNotBuilt, 0},             // 7
+    {L"kel_ptbarea", kNotBuilt, 0},              // 8
+    {L"kel_str2lst", kNotBuilt, 0},              // 9
+    {L"kel_entmakepoint", kNotBuilt, 0},         // 10
+    {L"kel_selsingleent", kNotBuilt, 0},         // 11
+    {L"kel_isptinrgn", kNotBuilt, 0},            // 12
+    {L"kel_entmakenut", kNotBuilt, 0},           // 13
+    {L"kel_linepmint", kNotBuilt, 0},            // 14
+    {L"kel_mcs2wcs", kNotBuilt, 0},              // 15
+    {L"kel_getckddw", kNotBuilt, 0},             // 16
+    {L"kel_kzsjxz", kNotBuilt, 0},               // 17
+    {L"kel_entmakecircle", kNotBuilt, 0},        // 18
+    {L"kel_lineplineint", kNotBuilt, 0},         // 19
+    {L"kel_clearundo", kNotBuilt, 0},            // 20
+    {L"kel_waiting", kNotBuilt, 0},              // 21
+    {L"kel_entmaketext", kNotBuilt, 0},          // 22
+    {L"kel_set0", kNotBuilt, 0},                 // 23
+    {L"kel_set1", kNotBuilt, 0},                 // 24
+    {L"kel_atomsort", kNotBuilt, 0},             // 25
+    {L"kel_sortpte", kNotBuilt, 0},              // 26
+    {L"kel_getscreenlbrt", kNotBuilt, 0},        // 27
+    {L"kel_isptinview", kNotBuilt, 0},           // 28
+    {L"kel_entmakearc", kNotBuilt, 0},           // 29
+    {L"kel_qq10xx", kNotBuilt, 0},               // 30
+    {L"kel_sv", kNotBuilt, 0},                   // 31
+    {L"kel_rv", kNotBuilt, 0},                   // 32
+    {L"kel_getplvertex", kNotBuilt, 0},          // 33
+    {L"kel_undom", kNotBuilt, 0},                // 34
+    {L"kel_undob", kNotBuilt, 0},                // 35
+    {L"kel_getarcvertex", kNotBuilt, 0},         // 36
+    {L"kel_modiline", kNotBuilt, 0},             // 37
+    {L"kel_getpickboxwidth", kNotBuilt, 0},      // 38
+    {L"kel_setentcolorindex", kNotBuilt, 0},     // 39
+    {L"kel_entistype", kNotBuilt, 0},            // 40
+    {L"kel_gettextrect", kNotBuilt, 0},          // 41
+    {L"kel_measurespline", kNotBuilt, 0},        // 42
+    {L"kel_breaktextbkline", kNotBuilt, 0},      // 43
+    {L"kel_changetextheight", kNotBuilt, 0},     // 44
+    {L"kel_getpointeq", KEL_GetPointEQ, 0},      // 45
+    {L"kel_setpointeq", KEL_SetPointEQ, 0},      // 46
+    {L"kel_setvectoreq", KEL_SetVectorEQ, 0},    // 47
+    {L"kel_getvectoreq", KEL_GetVectorEQ, 0},    // 48
+    {L"kel_getdoubleeq", KEL_GetDoubleEQ, 0},    // 49
+    {L"kel_setdoubleeq", KEL_SetDoubleEQ, 0},    // 50
+    {L"kel_ispointeq", KEL_IsPointEQ, 0},        // 51
+    {L"kel_ispoint2deq", KEL_IsPoint2dEQ, 0},    // 52
+    {L"kel_isdoubleeq", KEL_IsDoubleEQ, 0},      // 53
+    {L"kel_getpmpt", kNotBuilt, 0},              // 54
+    {L"kel_getrnxpart", kNotBuilt, 0},           // 55
+    {L"kel_setgcinipath", KEL_SetGCIniPath, 0},  // 56
+    {L"kel_writeini", kNotBuilt, 0},             // 57
+    {L"kel_readini", kNotBuilt, 0},              // 58
+    {L"kel_deliniitem", kNotBuilt, 0},           // 59
+    {L"kel_gettexthigh", kNotBuilt, 0},          // 60
+    {L"kel_settexthigh", kNotBuilt, 0},          // 61
+    {L"kel_setbzxsw", kNotBuilt, 0},             // 62
+    {L"kel_getbzxsw", kNotBuilt, 0},             // 63
+    {L"kel_getssrect", kNotBuilt, 0},            // 64
+    {L"zm2pt", kNotBuilt, 0},                    // 65
+    {L"set3d", kNotBuilt, 0},                    // 66
+    {L"getlbg", kNotBuilt, 0},                   // 67
+    {L"kelhtmlhelp", KelHtmlHelp, 0},            // 68
+    {L"pan2v", kNotBuilt, 0},                    // 69
+    {L"del_ln", kNotBuilt, 0},                   // 70
+    {L"linecd", kNotBuilt, 0},                   // 71
+    {L"if_lay", kNotBuilt, 0},                   // 72
+    {L"if_lx", kNotBuilt, 0},                    // 73
+    {L"appft", kNotBuilt, 0},                    // 74
+    {L"pt_d_px", kNotBuilt, 0},                  // 75
+    {L"mkins", kNotBuilt, 0},                    // 76 (same handler as 89)
+    {L"pxft", kNotBuilt, 0},                     // 77
+    {L"mklinx", kNotBuilt, 0},                   // 78
+    {L"sm", kNotBuilt, 0},                       // 79
+    {L"get1pt", kNotBuilt, 0},                   // 80
+    {L"get_dd", kNotBuilt, 0},                   // 81
+    {L"getlay", kNotBuilt, 0},                   // 82
+    {L"mk3dm", kNotBuilt, 0},                    // 83
+    {L"getmid", kNotBuilt, 0},                   // 84
+    {L"z_p", kNotBuilt, 0},                      // 85
+    {L"beep", kNotBuilt, 0},                     // 86
+    {L"kel_entmakepline", kNotBuilt, 0},         // 87
+    {L"kel_mktop", kNotBuilt, 0},                // 88
+    {L"kel_mkins", kNotBuilt, 0},                // 89 (same handler as 76)
+    {L"kel_softinfo", kNotBuilt, 0},             // 90
+    {L"kel_getsoftpath", kNotBuilt, 0},          // 91 (same handler as 103)
+    {L"kel_getsoftuserpath", kNotBuilt, 0},      // 92
+    {L"kel_getworkdir", kNotBuilt, 0},           // 93
+    {L"kel_fixlenstr", kNotBuilt, 0},            // 94
+    {L"kel_getdate", kNotBuilt, 0},              // 95
+    {L"kel_iszero", KEL_IsZero, 0},              // 96
+    {L"kel_setuserini", kNotBuilt, 0},           // 97
+    {L"kel_setsysini", kNotBuilt, 0},            // 98
+    {L"kel_getuseriniitem", kNotBuilt, 0},       // 99
+    {L"kel_setuseriniitem", kNotBuilt, 0},       // 100
+    {L"kel_setsysiniitem", kNotBuilt, 0},        // 101
+    {L"kel_getsysiniitem", kNotBuilt, 0},        // 102
+    {L"kel_getinstalldir", kNotBuilt, 0},        // 103 (same handler as 91)
+    {L"kel_getlocaldir", kNotBuilt, 0},          // 104
+    {L"kel_js_f_max", kNotBuilt, 0},             // 105
+    {L"kel_getgciniitem", kNotBuilt, 0},         // 106
+    {L"kel_setgciniitem", kNotBuilt, 0},         // 107
+    {L"kel_setgcini", kNotBuilt, 0},             // 108
+    {L"kel_gcinifilepath", kNotBuilt, 0},        // 109
+    {L"kel_sysinifilepath", kNotBuilt, 0},       // 110
+    {L"kel_userinifilepath", kNotBuilt, 0},      // 111
+    {L"kel_gettextwidthfactor", kNotBuilt, 0},   // 112
+    {L"kel_getlamarkpoint", kNotBuilt, 0},       // 113
+    {L"kel_delobjectxdata", kNotBuilt, 0},       // 114
+    {L"kel_gettextwidth", kNotBuilt, 0},         // 115
+    {L"kel_deletefiles", kNotBuilt, 0},          // 116
+    {L"kel_deletetree", kNotBuilt, 0},           // 117
+    {L"kel_blockinfo", kNotBuilt, 0},            // 118
+    {L"kel_getclosestpointto", kNotBuilt, 0},    // 119
+    {L"kel_getfirstderiv", kNotBuilt, 0},        // 120
+    {L"kel_dividecurve", kNotBuilt, 0},          // 121
+    {L"kel_measurecurve", kNotBuilt, 0},         // 122
+    {L"kel_entityname", kNotBuilt, 0},           // 123
+    {L"kel_intersectwith", kNotBuilt, 0},        // 124
+    {L"kel_getbentityrect", kNotBuilt, 0},       // 125
+    {L"kel_islinespx", kNotBuilt, 0},            // 126
+    {L"kel_mkmdir", kNotBuilt, 0},               // 127
+    {L"kel_restorecadmenu", kNotBuilt, 0},       // 128
+    {L"kel_getrightpointatdist", kNotBuilt, 0},  // 129
+    {L"kel_bpoly", kNotBuilt, 0},                // 130
+    {L"kel_str2strlst", kNotBuilt, 0},           // 131
+    {L"kel_enableeditorreactor", kNotBuilt, 0},  // 132
+    {L"kel_clearinvalidgroup", kNotBuilt, 0},    // 133
+    {L"kel_createaligneddim", kNotBuilt, 0},     // 134
+    {L"kel_createmaligneddim", kNotBuilt, 0},    // 135
+    {L"kel_creatembaligneddim", kNotBuilt, 0},   // 136
+    {L"kel_createrotateddim", kNotBuilt, 0},     // 137
+    {L"kel_createmrotateddim", kNotBuilt, 0},    // 138
+    {L"kel_creatembrotateddim", kNotBuilt, 0},   // 139
+    {L"kel_setentdimstyle", kNotBuilt, 0},       // 140
+    {L"kel_setdimenttxtstyle", kNotBuilt, 0},    // 141
+    {L"kel_setdimenttxthigh", kNotBuilt, 0},     // 142
+    {L"kel_setentdimtext", kNotBuilt, 0},        // 143
+    {L"kel_manydimenttoone", kNotBuilt, 0},      // 144
+    {L"kel_onedimenttomany", kNotBuilt, 0},      // 145
+    {L"kel_setentdimrnd", kNotBuilt, 0},         // 146
+    {L"kel_setentdimdec", kNotBuilt, 0},         // 147
+    {L"kel_setdimentproperty", kNotBuilt, 0},    // 148
+    {L"KEL_drag_key", kNotBuilt, 0},             // 149
+};
+
+// Calls are accepted for codes 1 to 150, one more than the table holds;
+// AutoCAD never sends 150 because no name is registered under it.
+constexpr unsigned kHighestAcceptedCode = 150;
+
+}  // namespace
+
+const LispFunctionRow* LispFunctionTable() { return kTable; }
+
+const wchar_t* LispFunctionName(int code) {
+  if (code < 1 || code > kLispFunctionCount) return nullptr;
+  return kTable[code - 1].name;
+}
+
+int RegisterLispFunctions() {
+  for (int code = 1; code <= kLispFunctionCount; ++code) {
+    const LispFunctionRow& row = kTable[code - 1];
+    if (acedDefun(row.name, code) != RTNORM) return RTERROR;
+    if (row.registerAsFunction != 0) acedRegFunc(row.handler, code);
+  }
+  return RTNORM;
+}
+
+void UnregisterLispFunctions() {
+  for (int code = 1; code <= kLispFunctionCount; ++code) acedUndef(kTable[code - 1].name, code);
+}
+
+void DispatchLispFunction() {
+  acedRetVoid();
+  const int code = acedGetFunCode();
+  if (code < 1 || static_cast<unsigned>(code) > kHighestAcceptedCode) return;
+  // 150 passes the range test but has no row: refused without reading
+  // past the table, as silently as any other unknown code.
+  if (code > kLispFunctionCount) return;
+  kTable[code - 1].handler();
+}
+
+}  // namespace KEL

@@ -1,0 +1,46 @@
+// A sibling module of the family: it links KELCAD's exported library and
+// offers one AutoLISP function that uses it.
+#include "kelcad/kelcad.h"
+
+namespace {
+
+// (kelsib_check p1 p2): the number of arguments as the module's chain
+// helpers count them, and whether the points are equal in plan.
+int Check() {
+  resbuf* args = acedGetArgs();
+  if (KEL::GetRbLength(args) != 2 || args->restype != RT3DPOINT || args->rbnext->restype != RT3DPOINT) {
+    acutPrintf(L"\nkelsib_check: two 3D points expected");
+    return acedRetNil();
+  }
+  resbuf* count = acutNewRb(RTSHORT);
+  count->resval.rint = static_cast<short>(KEL::GetRbLength(args) + 1);
+  count->rbnext = acutNewRb(KEL::IsPoint2dEQ(args->resval.rpoint, args->rbnext->resval.rpoint, -1.0) ? RTT : RTNIL);
+  acedRetList(count);
+  acutRelRb(count);
+  return RTNORM;
+}
+
+}  // namespace
+
+extern "C" __attribute__((visibility("default"))) AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode msg, void* appId) {
+  switch (msg) {
+    case AcRx::kInitAppMsg:
+      acrxDynamicLinker->unlockApplication(appId);
+      acrxDynamicLinker->registerAppMDIAware(appId);
+      break;
+    case AcRx::kLoadDwgMsg:
+      acedDefun(L"kelsib_check", 1);
+      break;
+    case AcRx::kUnloadDwgMsg:
+      acedUndef(L"kelsib_check", 1);
+      break;
+    case AcRx::kInvkSubrMsg:
+      if (acedGetFunCode() == 1) Check();
+      break;
+    default:
+      break;
+  }
+  return AcRx::kRetOK;
+}
+
+extern "C" __attribute__((visibility("default"))) int acrxGetApiVersion() { return ACRX_API_VERSION_MAJOR; }

@@ -1,0 +1,67 @@
+// A small application used by the host's tests: it reports every message
+// it receives on the command line and offers a few external functions and
+// a command, so tests can watch the platform's protocol from outside.
+#include <cstdlib>
+
+#include "arx/arxheaders.h"
+
+namespace {
+
+void Log(const wchar_t* what) { acutPrintf(L"[%s]", what); }
+
+void FixCommand() { Log(L"fixcmd"); }
+
+// (fix_echo args...): gives its arguments back as a list.
+void Echo() { acedRetList(acedGetArgs()); }
+
+}  // namespace
+
+extern "C" __attribute__((visibility("default"))) int DllMain(void*, unsigned reason, void*) {
+  Log(reason == DLL_PROCESS_ATTACH ? L"attach" : L"detach");
+  return 1;
+}
+
+extern "C" __attribute__((visibility("default"))) AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode msg, void* appId) {
+  switch (msg) {
+    case AcRx::kInitAppMsg:
+      Log(L"init");
+      if (!std::getenv("FIXTURE_LOCKED")) acrxDynamicLinker->unlockApplication(appId);
+      acrxDynamicLinker->registerAppMDIAware(appId);
+      acedRegCmds->addCommand(L"FIXGRP", L"FIXCMD", L"FIXLOCAL", ACRX_CMD_TRANSPARENT, FixCommand);
+      break;
+    case AcRx::kUnloadAppMsg:
+      Log(L"unload-app");
+      acedRegCmds->removeGroup(L"FIXGRP");
+      break;
+    case AcRx::kLoadDwgMsg:
+      Log(L"load-dwg");
+      acedDefun(L"fix_echo", 1);
+      acedDefun(L"fix_void", 2);
+      acedDefun(L"fix_int", 3);
+      acedDefun(L"fix_str", 4);
+      acedDefun(L"fix_code", 5);
+      break;
+    case AcRx::kUnloadDwgMsg:
+      Log(L"unload-dwg");
+      for (int code = 1; code <= 5; ++code) {
+        static const wchar_t* names[] = {L"fix_echo", L"fix_void", L"fix_int", L"fix_str", L"fix_code"};
+        acedUndef(names[code - 1], code);
+      }
+      break;
+    case AcRx::kInvkSubrMsg:
+      switch (acedGetFunCode()) {
+        case 1: Echo(); break;
+        case 2: acedRetVoid(); break;
+        case 3: acedRetInt(100000); break;
+        case 4: acedRetStr(L"\x4e2d\x6587 text"); break;
+        case 5: acedRetInt(acedGetFunCode()); break;
+        default: break;
+      }
+      break;
+    default:
+      break;
+  }
+  return AcRx::kRetOK;
+}
+
+extern "C" __attribute__((visibility("default"))) int acrxGetApiVersion() { return ACRX_API_VERSION_MAJOR; }

@@ -1,0 +1,92 @@
+// kelcad: the headless CAD console. Starts the host with the embedded
+// default drawing, loads KELCAD.arx, then runs expressions and scripts in
+// order, or an interactive prompt.
+#include <unistd.h>
+
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "console.h"
+#include "kelhost/host.h"
+#include "kelhost/text.h"
+#include "options.h"
+
+namespace {
+
+std::string ExecutableDir() {
+  char buf[PATH_MAX];
+  ssize_t n = readlink("/proc/self/exe", buf, sizeof buf - 1);
+  if (n <= 0) return ".";
+  std::string path(buf, static_cast<size_t>(n));
+  return path.substr(0, path.find_last_of('/'));
+}
+
+bool Exists(const std::string& path) { return access(path.c_str(), R_OK) == 0; }
+
+// --module, then $KELCAD_ARX, then the installed module, then the one of
+// the build tree this console was built with.
+std::string FindModule(const kelcad_console::Options& o) {
+  if (!o.module.empty()) return o.module;
+  if (const char* env = std::getenv("KELCAD_ARX")) return env;
+  std::string installed = ExecutableDir() + "/" KELCAD_MODULE_INSTALL_RELPATH;
+  if (Exists(installed)) return installed;
+  return KELCAD_MODULE_BUILD_PATH;
+}
+
+int Fatal(const std::string& text) {
+  std::fprintf(stderr, "kelcad: %s\n", text.c_str());
+  return 2;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  kelcad_console::Options options;
+  std::string error;
+  if (!kelcad_console::ParseOptions(argc, argv, options, error)) {
+    std::fprintf(stderr, "kelcad: %s\n%s", error.c_str(), kelcad_console::Usage());
+    return 2;
+  }
+  if (options.help) {
+    std::fputs(kelcad_console::Usage(), stdout);
+    return 0;
+  }
+  if (options.version) {
+    std::puts("kelcad " KELCAD_VERSION);
+    return 0;
+  }
+  // Drawing files and scripted answers arrive with the drawing database
+  // and the command processor; until then the console says so.
+  if (!options.drawing.empty() || !options.save.empty())
+    return Fatal("drawing files (--drawing, --save) are not available in this build");
+  if (!options.input.empty()) return Fatal("--input is not available in this build");
+
+  kelhost::Host& host = kelhost::Host::instance();
+  std::wstring why;
+  if (!host.loadModule(FindModule(options), &why)) return Fatal(kelhost::ToUtf8(why));
+  for (const std::string& extra : options.arx)
+    if (!host.loadModule(extra, &why)) {
+      host.unloadAll();
+      return Fatal(kelhost::ToUtf8(why));
+    }
+
+  kelcad_console::Console console;
+  for (const auto& step : options.steps) {
+    if (step.kind == kelcad_console::Step::kEval)
+      console.evalExpressions(kelhost::FromUtf8(step.text));
+    else
+      console.runScript(step.text);
+  }
+  if (options.steps.empty()) {
+    if (isatty(STDIN_FILENO))
+      console.interactive();
+    else
+      console.readPipe();
+  }
+  host.unloadAll();
+  if (!host.atLineStart()) host.writeCommandLine(L"\n");
+  std::fflush(stdout);
+  return console.hadError() ? 1 : 0;
+}

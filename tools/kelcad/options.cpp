@@ -1,0 +1,61 @@
+#include "options.h"
+
+#include <cstring>
+
+namespace kelcad_console {
+
+const char* Usage() {
+  return "usage: kelcad [--drawing FILE.dxf] [--eval EXPR]... [SCRIPT.lsp]... [--save FILE.dxf]\n"
+         "              [--input ANSWERS] [--arx MODULE]... [--module KELCAD.arx]\n"
+         "  --eval EXPR      evaluate an AutoLISP expression and echo its value\n"
+         "  SCRIPT.lsp       load an AutoLISP file (values are not echoed)\n"
+         "  --drawing FILE   open a drawing instead of the embedded default drawing\n"
+         "  --save FILE      write the drawing as DXF when done\n"
+         "  --input ANSWERS  answers for commands that ask for input, one per line\n"
+         "  --arx MODULE     load a further module after KELCAD.arx\n"
+         "  --module PATH    the KELCAD module to load (default: the installed one)\n"
+         "Without expressions or scripts, and with a terminal, an interactive prompt starts;\n"
+         "typed command names run registered commands.\n";
+}
+
+bool ParseOptions(int argc, char** argv, Options& o, std::string& error) {
+  for (int i = 1; i < argc; ++i) {
+    const char* a = argv[i];
+    auto value = [&](std::string& out) {
+      if (i + 1 >= argc) {
+        error = std::string(a) + " needs a value";
+        return false;
+      }
+      out = argv[++i];
+      return true;
+    };
+    std::string v;
+    if (!std::strcmp(a, "--help") || !std::strcmp(a, "-h")) {
+      o.help = true;
+    } else if (!std::strcmp(a, "--version")) {
+      o.version = true;
+    } else if (!std::strcmp(a, "--eval") || !std::strcmp(a, "-e")) {
+      if (!value(v)) return false;
+      o.steps.push_back({Step::kEval, v});
+    } else if (!std::strcmp(a, "--drawing")) {
+      if (!value(o.drawing)) return false;
+    } else if (!std::strcmp(a, "--save")) {
+      if (!value(o.save)) return false;
+    } else if (!std::strcmp(a, "--input")) {
+      if (!value(o.input)) return false;
+    } else if (!std::strcmp(a, "--arx")) {
+      if (!value(v)) return false;
+      o.arx.push_back(v);
+    } else if (!std::strcmp(a, "--module")) {
+      if (!value(o.module)) return false;
+    } else if (a[0] == '-' && a[1] != '\0') {
+      error = std::string("unknown option ") + a;
+      return false;
+    } else {
+      o.steps.push_back({Step::kScript, a});
+    }
+  }
+  return true;
+}
+
+}  // namespace kelcad_console

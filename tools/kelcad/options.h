@@ -1,0 +1,29 @@
+// Command-line options of the console.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace kelcad_console {
+
+struct Step {
+  enum Kind { kEval, kScript } kind;
+  std::string text;  // the expression, or the script's path
+};
+
+struct Options {
+  std::string drawing;           // --drawing FILE.dxf
+  std::string save;              // --save FILE.dxf
+  std::string input;             // --input ANSWERS
+  std::vector<std::string> arx;  // --arx MODULE: further modules to load
+  std::string module;            // --module PATH: the KELCAD module itself
+  std::vector<Step> steps;       // --eval and scripts, in order
+  bool help = false;
+  bool version = false;
+};
+
+// False with a message when the arguments are not understood.
+bool ParseOptions(int argc, char** argv, Options& options, std::string& error);
+const char* Usage();
+
+}  // namespace kelcad_console
