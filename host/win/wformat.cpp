@@ -45,7 +45,7 @@ struct Args {
 
 enum class Length { kNone, kChar, kShort, kLong, kLongLong, kInt32, kSize, kIntMax, kLongDouble, kWide };
 
-struct Spec {
+struct Conversion {
   std::string flags;  // any of "-+ #0"
   int width = -1;
   int precision = -1;
@@ -72,10 +72,10 @@ std::string CFormat(const char* fmt, ...) {
 }
 
 // "%<flags><width>.<precision>" followed by the length and conversion given.
-std::string NumberFormat(const Spec& spec, const char* lengthAndConversion) {
-  std::string f = "%" + spec.flags;
-  if (spec.width >= 0) f += std::to_string(spec.width);
-  if (spec.precision >= 0) f += "." + std::to_string(spec.precision);
+std::string NumberFormat(const Conversion& conv, const char* lengthAndConversion) {
+  std::string f = "%" + conv.flags;
+  if (conv.width >= 0) f += std::to_string(conv.width);
+  if (conv.precision >= 0) f += "." + std::to_string(conv.precision);
   f += lengthAndConversion;
   return f;
 }
@@ -86,23 +86,23 @@ void AppendAscii(std::wstring& out, const std::string& s) {
 
 // Width and justification of text conversions (%s, %c, %p); like the
 // platform, the '0' flag pads text with zeros.
-void AppendPadded(std::wstring& out, const std::wstring& text, const Spec& spec) {
-  size_t width = spec.width > 0 ? static_cast<size_t>(spec.width) : 0;
+void AppendPadded(std::wstring& out, const std::wstring& text, const Conversion& conv) {
+  size_t width = conv.width > 0 ? static_cast<size_t>(conv.width) : 0;
   size_t pad = width > text.size() ? width - text.size() : 0;
-  if (spec.leftAlign()) {
+  if (conv.leftAlign()) {
     out += text;
     out.append(pad, L' ');
   } else {
-    out.append(pad, spec.zeroPad() ? L'0' : L' ');
+    out.append(pad, conv.zeroPad() ? L'0' : L' ');
     out += text;
   }
 }
 
 // Narrow (UTF-8) or wide text for %s and %c, by conversion and length.
-bool WantsNarrow(const Spec& spec) {
-  if (spec.length == Length::kShort) return true;
-  if (spec.length == Length::kLong || spec.length == Length::kWide) return false;
-  return spec.conversion == L'S' || spec.conversion == L'C';
+bool WantsNarrow(const Conversion& conv) {
+  if (conv.length == Length::kShort) return true;
+  if (conv.length == Length::kLong || conv.length == Length::kWide) return false;
+  return conv.conversion == L'S' || conv.conversion == L'C';
 }
 
 long long SignedArg(Args& a, Length length) {
@@ -158,34 +158,34 @@ const wchar_t* ParseLength(const wchar_t* p, Length& length) {
 }
 
 // Formats one conversion; false when the conversion is unknown.
-bool FormatOne(std::wstring& out, Spec& spec, Args& a) {
-  switch (spec.conversion) {
+bool FormatOne(std::wstring& out, Conversion& conv, Args& a) {
+  switch (conv.conversion) {
     case L'd':
     case L'i': {
-      long long v = SignedArg(a, spec.length);
-      AppendAscii(out, CFormat(NumberFormat(spec, "lld").c_str(), v));
+      long long v = SignedArg(a, conv.length);
+      AppendAscii(out, CFormat(NumberFormat(conv, "lld").c_str(), v));
       return true;
     }
     case L'u':
     case L'o':
     case L'x':
     case L'X': {
-      unsigned long long v = UnsignedArg(a, spec.length);
-      char conv[4] = {'l', 'l', static_cast<char>(spec.conversion), 0};
-      AppendAscii(out, CFormat(NumberFormat(spec, conv).c_str(), v));
+      unsigned long long v = UnsignedArg(a, conv.length);
+      char code[4] = {'l', 'l', static_cast<char>(conv.conversion), 0};
+      AppendAscii(out, CFormat(NumberFormat(conv, code).c_str(), v));
       return true;
     }
     case L'f': case L'F': case L'e': case L'E':
     case L'g': case L'G': case L'a': case L'A': {
-      char conv[3] = {static_cast<char>(spec.conversion), 0, 0};
-      if (spec.length == Length::kLongDouble) {
+      char code[3] = {static_cast<char>(conv.conversion), 0, 0};
+      if (conv.length == Length::kLongDouble) {
         long double v = va_arg(a.ap, long double);
-        conv[1] = conv[0];
-        conv[0] = 'L';
-        AppendAscii(out, CFormat(NumberFormat(spec, conv).c_str(), v));
+        code[1] = code[0];
+        code[0] = 'L';
+        AppendAscii(out, CFormat(NumberFormat(conv, code).c_str(), v));
       } else {
         double v = va_arg(a.ap, double);
-        AppendAscii(out, CFormat(NumberFormat(spec, conv).c_str(), v));
+        AppendAscii(out, CFormat(NumberFormat(conv, code).c_str(), v));
       }
       return true;
     }
@@ -193,19 +193,19 @@ bool FormatOne(std::wstring& out, Spec& spec, Args& a) {
     case L'C': {
       int v = va_arg(a.ap, int);
       wchar_t ch;
-      if (WantsNarrow(spec)) {
+      if (WantsNarrow(conv)) {
         unsigned char b = static_cast<unsigned char>(v);
         ch = b < 0x80 ? static_cast<wchar_t>(b) : static_cast<wchar_t>(0xFFFD);  // half of a UTF-8 sequence
       } else {
         ch = static_cast<wchar_t>(v);
       }
-      AppendPadded(out, std::wstring(1, ch), spec);
+      AppendPadded(out, std::wstring(1, ch), conv);
       return true;
     }
     case L's':
     case L'S': {
       std::wstring text;
-      if (WantsNarrow(spec)) {
+      if (WantsNarrow(conv)) {
         const char* s = va_arg(a.ap, const char*);
         text = s ? FromUtf8(s) : std::wstring(L"(null)");
       } else {
@@ -213,9 +213,9 @@ bool FormatOne(std::wstring& out, Spec& spec, Args& a) {
         text = s ? std::wstring(s) : std::wstring(L"(null)");
       }
       // The precision counts characters of the wide text.
-      if (spec.precision >= 0 && text.size() > static_cast<size_t>(spec.precision))
-        text.resize(static_cast<size_t>(spec.precision));
-      AppendPadded(out, text, spec);
+      if (conv.precision >= 0 && text.size() > static_cast<size_t>(conv.precision))
+        text.resize(static_cast<size_t>(conv.precision));
+      AppendPadded(out, text, conv);
       return true;
     }
     case L'p': {
@@ -225,7 +225,7 @@ bool FormatOne(std::wstring& out, Spec& spec, Args& a) {
                                 static_cast<unsigned long long>(reinterpret_cast<std::uintptr_t>(v)));
       std::wstring text;
       AppendAscii(text, hex);
-      Spec padding = spec;
+      Conversion padding = conv;
       padding.flags.erase(std::remove(padding.flags.begin(), padding.flags.end(), '0'), padding.flags.end());
       AppendPadded(out, text, padding);
       return true;
@@ -259,24 +259,24 @@ std::wstring WFormatV(const wchar_t* format, va_list args) {
       ++p;
       continue;
     }
-    Spec spec;
+    Conversion conv;
     while (*p == L'-' || *p == L'+' || *p == L' ' || *p == L'#' || *p == L'0') {
-      if (spec.flags.find(static_cast<char>(*p)) == std::string::npos) spec.flags += static_cast<char>(*p);
+      if (conv.flags.find(static_cast<char>(*p)) == std::string::npos) conv.flags += static_cast<char>(*p);
       ++p;
     }
     if (*p == L'*') {
       int w = va_arg(a.ap, int);
       if (w < 0) {
-        if (spec.flags.find('-') == std::string::npos) spec.flags += '-';
+        if (conv.flags.find('-') == std::string::npos) conv.flags += '-';
         w = w == INT_MIN ? 0 : -w;
       }
-      spec.width = w;
+      conv.width = w;
       ++p;
     } else {
       while (*p >= L'0' && *p <= L'9') {
         int digit = static_cast<int>(*p - L'0');
-        spec.width = (spec.width < 0 ? 0 : spec.width);
-        if (spec.width < 100000000) spec.width = spec.width * 10 + digit;
+        conv.width = (conv.width < 0 ? 0 : conv.width);
+        if (conv.width < 100000000) conv.width = conv.width * 10 + digit;
         ++p;
       }
     }
@@ -284,23 +284,23 @@ std::wstring WFormatV(const wchar_t* format, va_list args) {
       ++p;
       if (*p == L'*') {
         int prec = va_arg(a.ap, int);
-        spec.precision = prec < 0 ? -1 : prec;  // a negative precision is as if omitted
+        conv.precision = prec < 0 ? -1 : prec;  // a negative precision is as if omitted
         ++p;
       } else {
-        spec.precision = 0;
+        conv.precision = 0;
         while (*p >= L'0' && *p <= L'9') {
-          if (spec.precision < 100000000) spec.precision = spec.precision * 10 + static_cast<int>(*p - L'0');
+          if (conv.precision < 100000000) conv.precision = conv.precision * 10 + static_cast<int>(*p - L'0');
           ++p;
         }
       }
     }
-    p = ParseLength(p, spec.length);
+    p = ParseLength(p, conv.length);
     if (!*p) {  // the format ends inside a conversion: keep its text
       out.append(start);
       break;
     }
-    spec.conversion = *p++;
-    if (!FormatOne(out, spec, a)) out.append(start, static_cast<size_t>(p - start));
+    conv.conversion = *p++;
+    if (!FormatOne(out, conv, a)) out.append(start, static_cast<size_t>(p - start));
   }
   va_end(a.ap);
   return out;

@@ -52,7 +52,7 @@ void Console::handleInput(const std::wstring& input) {
   } else if (IsLispInput(text)) {
     evalExpressions(text);
   } else if (!TheHost().runCommand(text)) {
-    TheHost().writeCommandLine(L"\nUnknown command \"" + text + L"\".  Press F1 for help.");
+    TheHost().writeCommandLine(L"\nUnknown command \"" + kelhost::ToUpper(text) + L"\".  Press F1 for help.");
   }
 }
 
