@@ -297,6 +297,8 @@ int acutRToS(ads_real val, int unit, int prec, ACHAR* str, size_t nBufLen) {
   if (unit == -1) unit = s.lunits;
   if (prec == -1) prec = s.luprec;
   if (unit < 1 || unit > 5 || prec < 0 || prec > 8 || !std::isfinite(val)) return RTERROR;
+  // Feet and fractions are counted in 64-bit integers of 1/256 inch.
+  if (unit >= 3 && std::fabs(val) >= 1e15) return RTERROR;
   return Deliver(Linear(val, unit, prec, s), str, nBufLen);
 }
 

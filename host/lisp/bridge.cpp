@@ -202,3 +202,11 @@ int acedArxUnload(const ACHAR* app) {
   if (!app) return RTERROR;
   return kelhost::app::UnloadModule(kelhost::NativePath(app), false, nullptr) ? RTNORM : RTERROR;
 }
+
+// Calls the AutoLISP function named by the first node with the rest of
+// the chain as its arguments.
+int acedInvoke(const resbuf* args, resbuf** result) {
+  if (!result) return RTERROR;
+  *result = nullptr;
+  return Host::instance().lisp().invoke(args, result);
+}

@@ -15,9 +15,9 @@ struct ExternalResult {
   // True when the function set no value (acedRetVoid): code sees nil and
   // the prompt prints nothing.
   bool isVoid = true;
-  // The value as a chain in the platform's list protocol (see
-  // Interpreter::valueFromChain); owned by the interpreter after return.
-  // Null with isVoid false means nil.
+  // The value as a chain in the platform's list protocol (described at
+  // the end of Interpreter); owned by the interpreter after return. Null
+  // with isVoid false means nil.
   resbuf* value = nullptr;
 };
 
@@ -26,7 +26,13 @@ class ExternalHandler {
  public:
   virtual ~ExternalHandler() = default;
   // args: the call's arguments converted to a chain (null for none); the
-  // interpreter owns and releases it after the call.
+  // interpreter owns and releases it after the call. Each argument is one
+  // item of the list protocol below; a list of two or three numbers is an
+  // RTPOINT / RT3DPOINT (reals, from integers too), an integer within 16
+  // bits RTSHORT, a larger one RTLONG, and a symbol other than T travels
+  // as RTSTR holding its upper-case name. A function, file or error object
+  // has no chain form: calling with one is the AutoLISP error "bad argument
+  // type: <value>" and the handler is not called.
   virtual ExternalResult invoke(void* owner, int code, const std::wstring& name, resbuf* args) = 0;
 };
 
@@ -73,16 +79,21 @@ class Interpreter {
   Outcome loadFile(const std::wstring& familyPath);
 
   // External functions (acedDefun/acedUndef): the symbol (case-insensitive)
-  // is bound to an EXRXSUBR value carrying owner and code.
+  // is bound to an EXRXSUBR value carrying owner and code. Calling one with
+  // no handler set, or after its definition was removed, is the error
+  // "no function definition: NAME" (also through a copy of the value).
   bool defineExternal(const std::wstring& name, void* owner, int code);
   // Removes the binding when it is the EXRXSUBR of that code.
   bool undefineExternal(const std::wstring& name, int code);
+  // The owner's functions stop working wherever they are kept, and the
+  // symbols that name them are cleared.
   void undefineAllOf(void* owner);
 
   // Symbols as chains (acedGetSym/acedPutSym). getSymbol returns a new
   // chain the caller releases (RTNIL node for nil), or null when the name
-  // is not a valid symbol. putSymbol converts the chain with
-  // valueFromChain.
+  // is not a valid symbol or the value has no chain form (a function).
+  // putSymbol converts the chain as described below; false for an
+  // invalid name or a malformed chain.
   resbuf* getSymbol(const std::wstring& name);
   bool putSymbol(const std::wstring& name, const resbuf* value);
 
@@ -97,7 +108,9 @@ class Interpreter {
   // RTENAME/RTPICKS names, RTNIL nil, RTT T, RTLB..RTLE a list, RTLB a
   // RTDOTE b RTLE a dotted pair; a node with a DXF group code becomes
   // (code . value), (code x y z) for points; several nodes at top level
-  // form a list, a single node is its value.
+  // form a list, a single node is its value. RTVOID and RTNONE nodes carry
+  // nothing. A chain whose lists do not nest is refused (for a result: the
+  // AutoLISP error "bad list in result chain").
 
   struct Impl;
 

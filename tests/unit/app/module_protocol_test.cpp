@@ -98,3 +98,30 @@ TEST_F(ModuleProtocol, AFileThatIsNotAnApplicationIsRefusedWithAReason) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(LispBridge, InvokeCallsAFunctionByNameWithTheRestAsArguments) {
+  resbuf* args = acutBuildList(RTSTR, L"strcat", RTSTR, L"ab", RTSTR, L"cd", 0);
+  resbuf* result = nullptr;
+  ASSERT_EQ(acedInvoke(args, &result), RTNORM);
+  ASSERT_NE(result, nullptr);
+  EXPECT_EQ(result->restype, RTSTR);
+  EXPECT_STREQ(result->resval.rstring, L"abcd");
+  acutRelRb(result);
+  acutRelRb(args);
+}
+
+TEST(LispBridge, SymbolsRoundTripThroughChains) {
+  resbuf* value = acutBuildList(RTREAL, 2.5, RTSTR, L"x", 0);
+  ASSERT_EQ(acedPutSym(L"bridge_sym", value), RTNORM);
+  acutRelRb(value);
+  resbuf* back = nullptr;
+  ASSERT_EQ(acedGetSym(L"BRIDGE_SYM", &back), RTNORM);
+  ASSERT_NE(back, nullptr);
+  EXPECT_EQ(back->restype, RTLB);
+  acutRelRb(back);
+  EXPECT_EQ(kelhost::Host::instance().lisp().evalOne(L"bridge_sym").valueText, L"(2.5 \"x\")");
+}
+
+}  // namespace

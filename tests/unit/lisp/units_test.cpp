@@ -80,6 +80,8 @@ TEST(Units, InvalidArgumentsAreErrors) {
   EXPECT_EQ(acutRToS(1.0, 0, 4, small, 4), RTERROR);
   EXPECT_EQ(acutRToS(1.0, 2, 9, small, 4), RTERROR);
   EXPECT_EQ(acutRToS(1.0, 2, 2, nullptr, 4), RTERROR);
+  EXPECT_EQ(RToS(1e20, 4, 2), L"<error>");  // beyond what feet and fractions count
+  EXPECT_EQ(RToS(1e20, 2, 0), L"100000000000000000000");
   EXPECT_EQ(acutAngToS(1.0, 5, 2, small, 4), RTERROR);
   ads_real v;
   EXPECT_EQ(acutDisToF(L"1", 6, &v), RTERROR);
