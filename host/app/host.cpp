@@ -7,6 +7,7 @@
 #include "app/command_line.h"
 #include "app/command_stack.h"
 #include "app/module_loader.h"
+#include "db/stub.h"
 #include "kelhost/lisp.h"
 #include "kelhost/text.h"
 #include "lisp/external_calls.h"
@@ -80,7 +81,7 @@ bool Host::isCommand(const std::wstring& name) const {
   return app::CommandStack().lookupCmd(n.c_str(), true) || app::CommandStack().lookupCmd(n.c_str(), false);
 }
 
-// No drawing database yet: nothing can be left open.
-int Host::openObjectCount() const { return 0; }
+// Objects of every database opened and not yet closed.
+int Host::openObjectCount() const { return db::OpenObjectCount(); }
 
 }  // namespace kelhost

@@ -30,6 +30,7 @@ Interpreter::Impl::Impl() {
   RegisterFileBuiltins(*this);
   RegisterLoadBuiltins(*this);
   RegisterGeometryBuiltins(*this);
+  RegisterEntityBuiltins(*this);
 }
 
 // Symbol values may refer back to their symbols (T is its own value): drop

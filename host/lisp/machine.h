@@ -147,5 +147,6 @@ void RegisterOutputBuiltins(Machine& m);
 void RegisterFileBuiltins(Machine& m);
 void RegisterLoadBuiltins(Machine& m);
 void RegisterGeometryBuiltins(Machine& m);
+void RegisterEntityBuiltins(Machine& m);
 
 }  // namespace kelhost::lisp

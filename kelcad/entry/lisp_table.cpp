@@ -4,6 +4,8 @@
 
 #include "kelcad/entry/lisp_handlers.h"
 #include "kelcad/entry/not_available.h"
+#include "kelcad/lisp/file_handlers.h"
+#include "kelcad/lisp/ini_handlers.h"
 #include "kelcad/platform.h"
 
 namespace KEL {
@@ -18,8 +20,8 @@ constexpr LispHandler kNotBuilt = LispNotAvailable;
 // Row i carries code i + 1. "mkins"/"kel_mkins" and
 // "kel_getsoftpath"/"kel_getinstalldir" share their handlers.
 const LispFunctionRow kTable[kLispFunctionCount] = {
-    {L"kel_findfile", kNotBuilt, 0},             // 1
-    {L"kel_delfile", kNotBuilt, 0},              // 2
+    {L"kel_findfile", KEL_FindFile, 0},          // 1
+    {L"kel_delfile", KEL_DelFile, 0},            // 2
     {L"kel_entmakeline", kNotBuilt, 0},          // 3
     {L"kel_help", KEL_Help, 0},                  // 4
     {L"kel_ptpmdist", kNotBuilt, 0},             // 5
@@ -38,7 +40,7 @@ const LispFunctionRow kTable[kLispFunctionCount] = {
     {L"kel_entmakecircle", kNotBuilt, 0},        // 18
     {L"kel_lineplineint", kNotBuilt, 0},         // 19
     {L"kel_clearundo", kNotBuilt, 0},            // 20
-    {L"kel_waiting", kNotBuilt, 0},              // 21
+    {L"kel_waiting", KEL_Waiting, 0},            // 21
     {L"kel_entmaketext", kNotBuilt, 0},          // 22
     {L"kel_set0", kNotBuilt, 0},                 // 23
     {L"kel_set1", kNotBuilt, 0},                 // 24
@@ -72,11 +74,11 @@ const LispFunctionRow kTable[kLispFunctionCount] = {
     {L"kel_ispoint2deq", KEL_IsPoint2dEQ, 0},    // 52
     {L"kel_isdoubleeq", KEL_IsDoubleEQ, 0},      // 53
     {L"kel_getpmpt", kNotBuilt, 0},              // 54
-    {L"kel_getrnxpart", kNotBuilt, 0},           // 55
+    {L"kel_getrnxpart", KEL_GetRNXPart, 0},      // 55
     {L"kel_setgcinipath", KEL_SetGCIniPath, 0},  // 56
-    {L"kel_writeini", kNotBuilt, 0},             // 57
-    {L"kel_readini", kNotBuilt, 0},              // 58
-    {L"kel_deliniitem", kNotBuilt, 0},           // 59
+    {L"kel_writeini", KEL_WriteIni, 0},          // 57
+    {L"kel_readini", KEL_ReadIni, 0},            // 58
+    {L"kel_deliniitem", KEL_DelIniItem, 0},      // 59
     {L"kel_gettexthigh", kNotBuilt, 0},          // 60
     {L"kel_settexthigh", kNotBuilt, 0},          // 61
     {L"kel_setbzxsw", kNotBuilt, 0},             // 62
@@ -107,34 +109,34 @@ const LispFunctionRow kTable[kLispFunctionCount] = {
     {L"kel_entmakepline", kNotBuilt, 0},         // 87
     {L"kel_mktop", kNotBuilt, 0},                // 88
     {L"kel_mkins", kNotBuilt, 0},                // 89 (same handler as 76)
-    {L"kel_softinfo", kNotBuilt, 0},             // 90
-    {L"kel_getsoftpath", kNotBuilt, 0},          // 91 (same handler as 103)
-    {L"kel_getsoftuserpath", kNotBuilt, 0},      // 92
-    {L"kel_getworkdir", kNotBuilt, 0},           // 93
-    {L"kel_fixlenstr", kNotBuilt, 0},            // 94
-    {L"kel_getdate", kNotBuilt, 0},              // 95
+    {L"kel_softinfo", KEL_SoftInfo, 0},          // 90
+    {L"kel_getsoftpath", KEL_GetInstallDir, 0},  // 91 (same handler as 103)
+    {L"kel_getsoftuserpath", KEL_GetSoftUserPath, 0}, // 92
+    {L"kel_getworkdir", KEL_GetWorkDir, 0},      // 93
+    {L"kel_fixlenstr", KEL_FixLenStr, 0},        // 94
+    {L"kel_getdate", KEL_GetDate, 0},            // 95
     {L"kel_iszero", KEL_IsZero, 0},              // 96
-    {L"kel_setuserini", kNotBuilt, 0},           // 97
-    {L"kel_setsysini", kNotBuilt, 0},            // 98
-    {L"kel_getuseriniitem", kNotBuilt, 0},       // 99
-    {L"kel_setuseriniitem", kNotBuilt, 0},       // 100
-    {L"kel_setsysiniitem", kNotBuilt, 0},        // 101
-    {L"kel_getsysiniitem", kNotBuilt, 0},        // 102
-    {L"kel_getinstalldir", kNotBuilt, 0},        // 103 (same handler as 91)
-    {L"kel_getlocaldir", kNotBuilt, 0},          // 104
+    {L"kel_setuserini", KEL_SetUserINI, 0},      // 97
+    {L"kel_setsysini", KEL_SetSysINI, 0},        // 98
+    {L"kel_getuseriniitem", KEL_GetUserINIItem, 0}, // 99
+    {L"kel_setuseriniitem", KEL_SetUserINIItem, 0}, // 100
+    {L"kel_setsysiniitem", KEL_SetSysINIItem, 0}, // 101
+    {L"kel_getsysiniitem", KEL_GetSysINIItem, 0}, // 102
+    {L"kel_getinstalldir", KEL_GetInstallDir, 0}, // 103 (same handler as 91)
+    {L"kel_getlocaldir", KEL_GetLocalDir, 0},    // 104
     {L"kel_js_f_max", kNotBuilt, 0},             // 105
-    {L"kel_getgciniitem", kNotBuilt, 0},         // 106
-    {L"kel_setgciniitem", kNotBuilt, 0},         // 107
-    {L"kel_setgcini", kNotBuilt, 0},             // 108
-    {L"kel_gcinifilepath", kNotBuilt, 0},        // 109
-    {L"kel_sysinifilepath", kNotBuilt, 0},       // 110
-    {L"kel_userinifilepath", kNotBuilt, 0},      // 111
+    {L"kel_getgciniitem", KEL_GetGCINIItem, 0},  // 106
+    {L"kel_setgciniitem", KEL_SetGCINIItem, 0},  // 107
+    {L"kel_setgcini", KEL_SetGCINI, 0},          // 108
+    {L"kel_gcinifilepath", KEL_GCINIFilePath, 0}, // 109
+    {L"kel_sysinifilepath", KEL_SysINIFilePath, 0}, // 110
+    {L"kel_userinifilepath", KEL_UserINIFilePath, 0}, // 111
     {L"kel_gettextwidthfactor", kNotBuilt, 0},   // 112
     {L"kel_getlamarkpoint", kNotBuilt, 0},       // 113
     {L"kel_delobjectxdata", kNotBuilt, 0},       // 114
     {L"kel_gettextwidth", kNotBuilt, 0},         // 115
-    {L"kel_deletefiles", kNotBuilt, 0},          // 116
-    {L"kel_deletetree", kNotBuilt, 0},           // 117
+    {L"kel_deletefiles", KEL_DeleteFiles, 0},    // 116
+    {L"kel_deletetree", KEL_DeleteTree, 0},      // 117
     {L"kel_blockinfo", kNotBuilt, 0},            // 118
     {L"kel_getclosestpointto", kNotBuilt, 0},    // 119
     {L"kel_getfirstderiv", kNotBuilt, 0},        // 120
@@ -144,11 +146,11 @@ const LispFunctionRow kTable[kLispFunctionCount] = {
     {L"kel_intersectwith", kNotBuilt, 0},        // 124
     {L"kel_getbentityrect", kNotBuilt, 0},       // 125
     {L"kel_islinespx", kNotBuilt, 0},            // 126
-    {L"kel_mkmdir", kNotBuilt, 0},               // 127
-    {L"kel_restorecadmenu", kNotBuilt, 0},       // 128
+    {L"kel_mkmdir", KEL_MkMDir, 0},              // 127
+    {L"kel_restorecadmenu", KEL_RestoreCADMenu, 0}, // 128
     {L"kel_getrightpointatdist", kNotBuilt, 0},  // 129
     {L"kel_bpoly", kNotBuilt, 0},                // 130
-    {L"kel_str2strlst", kNotBuilt, 0},           // 131
+    {L"kel_str2strlst", KEL_Str2StrLst, 0},      // 131
     {L"kel_enableeditorreactor", kNotBuilt, 0},  // 132
     {L"kel_clearinvalidgroup", kNotBuilt, 0},    // 133
     {L"kel_createaligneddim", kNotBuilt, 0},     // 134

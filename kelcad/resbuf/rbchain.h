@@ -65,4 +65,17 @@ resbuf* ptArrayToResbuf(const AcArray<AcGePoint3d>& points);
 void copyAdsPt(ads_point dst, const ads_point src);
 void copyEname(ads_name dst, const ads_name src);
 
+// The entity's data list (acdbEntGet) when appName is null or empty;
+// otherwise the list with that application's xdata (acdbEntGetX). The
+// caller releases the result; null when the entity cannot be read.
+resbuf* EntGetRb(ads_name ent, const wchar_t* appName = nullptr);
+// The value of the first group with that code in the entity's list (as
+// EntGetRb reads it) copied into value; false, with value unchanged, when
+// there is no list or no such group. The int form reads the 16-bit rint.
+bool EntGetData(ads_name ent, short code, int& value, const wchar_t* appName = nullptr);
+bool EntGetData(ads_name ent, short code, long& value, const wchar_t* appName = nullptr);
+bool EntGetData(ads_name ent, short code, double& value, const wchar_t* appName = nullptr);
+bool EntGetData(ads_name ent, short code, CString& value, const wchar_t* appName = nullptr);
+bool EntGetData(ads_name ent, short code, ads_point value, const wchar_t* appName = nullptr);
+
 }  // namespace KEL

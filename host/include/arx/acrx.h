@@ -31,9 +31,29 @@ enum AppRetCode { kRetOK = 0, kRetError = 3 };
 
 // Root of the runtime class tree; objects in the system registry derive
 // from it and are told apart with the classes' cast().
+class AcRxClass;
 class AcRxObject {
  public:
   virtual ~AcRxObject();
+  // Runtime class: every class of the database layer describes itself
+  // with an AcRxClass (its name, DXF name and parent).
+  static AcRxClass* desc();
+  virtual AcRxClass* isA() const;
+  bool isKindOf(const AcRxClass* aClass) const;
+};
+
+class AcRxClass : public AcRxObject {
+ public:
+  AcRxClass(const ACHAR* name, const ACHAR* dxfName, AcRxClass* parent);
+  const ACHAR* name() const { return mName; }
+  const ACHAR* dxfName() const { return mDxfName; }
+  AcRxClass* myParent() const { return mParent; }
+  bool isDerivedFrom(const AcRxClass* other) const;
+
+ private:
+  const ACHAR* mName;
+  const ACHAR* mDxfName;
+  AcRxClass* mParent;
 };
 
 // The system registry: named service objects of the host.

@@ -3,6 +3,8 @@
 
 #include "adsdef.h"
 
+class AcDbDatabase;
+
 class AcDbHostApplicationServices {
  public:
   virtual ~AcDbHostApplicationServices();
@@ -13,5 +15,12 @@ class AcDbHostApplicationServices {
   virtual const ACHAR* getMachineRegistryProductRootKey() const;
   virtual const ACHAR* product() const;
   virtual const ACHAR* program() const;
+  // The database of the open document (made on first use); code that
+  // works on "the current drawing" uses it.
+  virtual AcDbDatabase* workingDatabase() const;
+  virtual void setWorkingDatabase(AcDbDatabase* database);
 };
 AcDbHostApplicationServices* acdbHostApplicationServices();
+
+// The platform's shorthand for the working database.
+#define acdbCurDwg() (acdbHostApplicationServices()->workingDatabase())

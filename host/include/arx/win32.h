@@ -77,6 +77,40 @@ BOOL RemoveDirectoryW(LPCWSTR path);
 BOOL DeleteFileW(LPCWSTR fileName);
 BOOL MoveFileW(LPCWSTR from, LPCWSTR to);
 BOOL CopyFileW(LPCWSTR from, LPCWSTR to, BOOL failIfExists);
+
+// Directory searches. The pattern is a directory path and a last component
+// that may hold '*' and '?', matched as the platform matches long names:
+// without regard to case, "*.*" matching every name, a '?' matching one
+// character other than '.' (or nothing before a '.' or at the end), a
+// trailing '.' meaning "no extension". Entries come in the order the
+// directory yields them, "." and ".." included when they match. A symbolic
+// link is reported with FILE_ATTRIBUTE_REPARSE_POINT (and the directory
+// bit when it leads to a directory). Failures: ERROR_FILE_NOT_FOUND when
+// nothing matches, ERROR_PATH_NOT_FOUND when the directory is missing,
+// ERROR_INVALID_NAME for a last component of MAX_PATH characters or more;
+// FindNextFileW ends with ERROR_NO_MORE_FILES.
+#define FILE_ATTRIBUTE_REPARSE_POINT 0x00000400
+struct FILETIME {
+  DWORD dwLowDateTime;   // 100-nanosecond intervals since 1 January 1601 (UTC)
+  DWORD dwHighDateTime;
+};
+struct WIN32_FIND_DATAW {
+  DWORD dwFileAttributes;
+  FILETIME ftCreationTime;
+  FILETIME ftLastAccessTime;
+  FILETIME ftLastWriteTime;
+  DWORD nFileSizeHigh;
+  DWORD nFileSizeLow;
+  DWORD dwReserved0;
+  DWORD dwReserved1;
+  WCHAR cFileName[MAX_PATH];
+  WCHAR cAlternateFileName[14];  // no short names on this host: always empty
+};
+typedef WIN32_FIND_DATAW* LPWIN32_FIND_DATAW;
+#define INVALID_HANDLE_VALUE ((HANDLE)(std::intptr_t)-1)
+HANDLE FindFirstFileW(LPCWSTR pattern, LPWIN32_FIND_DATAW data);
+BOOL FindNextFileW(HANDLE search, LPWIN32_FIND_DATAW data);
+BOOL FindClose(HANDLE search);
 // The calling thread's last error, set by the calls of this header.
 DWORD GetLastError();
 void SetLastError(DWORD error);
@@ -86,6 +120,7 @@ void SetLastError(DWORD error);
 #define ERROR_ACCESS_DENIED 5L
 #define ERROR_INVALID_HANDLE 6L
 #define ERROR_NOT_ENOUGH_MEMORY 8L
+#define ERROR_NO_MORE_FILES 18L
 #define ERROR_WRITE_FAULT 29L
 #define ERROR_READ_FAULT 30L
 #define ERROR_FILE_EXISTS 80L

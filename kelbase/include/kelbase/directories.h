@@ -54,6 +54,10 @@ CString SysINIFilePath();
 CString UserINIFilePath();
 // The current project settings file; empty when no project is set.
 CString GCINIFilePath();
+// Makes path the current project settings file for the rest of the
+// session (it becomes the process's KEL_GC_INI, so GCINIFilePath and
+// CGCSetting follow it). False for a null or empty path.
+bool SetGCINIFilePath(const wchar_t* path);
 CString InitINIFilePath();
 
 // The family's initialisation settings ("Precision", "GC", debug switches)

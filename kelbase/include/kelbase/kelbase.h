@@ -1,8 +1,10 @@
 // The family base library: everything it offers the module.
 #pragma once
 
+#include "kelbase/debug.h"
 #include "kelbase/directories.h"
 #include "kelbase/files.h"
+#include "kelbase/inilists.h"
 #include "kelbase/inisetting.h"
 #include "kelbase/software.h"
 #include "kelbase/strings.h"

@@ -30,4 +30,15 @@ bool SRCADMenu(bool toSoftware, const CString& menuName);
 // only file names are compared). Reads the platform's list of loaded
 // modules up to its first entry that is not a string.
 bool IsLoadedArx(const wchar_t* moduleName);
+
+// Which product of the family is running, as a number the products agree
+// on ("RNXPart" under the product key; 0 when unset or not a number).
+int GetRNXPart();
+bool SetRNXPart(int part);
+// Where the CAD program's menu state is kept: the registry value that
+// SRCADMenu records ("HKEY_CURRENT_USER\...\Menu"), or empty while none
+// has been recorded.
+CString CADMenuSetting();
+// The version of this base library ("major.minor.patch").
+const wchar_t* GetLibVersionNumber();
 }  // namespace KEL

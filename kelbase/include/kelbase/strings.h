@@ -13,6 +13,10 @@ CString FloatToStr(double value, int decimals);
 // (wide characters, so a Chinese character counts as one). A null text is
 // empty; a length of 0 or less gives an empty string.
 CString FixLenStr(const wchar_t* text, int length);
+// text filled with blanks to length characters: at its end (left-aligned)
+// or, with rightAligned, in front. A text already that long or longer is
+// returned unchanged, so nothing is ever cut.
+CString FixLenStr(const wchar_t* text, int length, bool rightAligned);
 }  // namespace KEL
 
 namespace KELOLD {

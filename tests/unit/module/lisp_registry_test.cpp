@@ -47,10 +47,9 @@ TEST_F(LispRegistry, EveryNameIsDefinedPerDrawingAndRemovedWithIt) {
 
 TEST_F(LispRegistry, FunctionsNotBuiltYetSayLoudlyThatTheyAreMissing) {
   ASSERT_TRUE(LoadModule());
-  EXPECT_EQ(Printed(L"(kel_findfile \"x\")"), L"\nkel_findfile: not available in this build");
+  EXPECT_EQ(Printed(L"(kel_blockinfo \"x\")"), L"\nkel_blockinfo: not available in this build");
   EXPECT_EQ(Eval(L"(kel_mkins)"), L"nil");
   EXPECT_EQ(Printed(L"(mkins)"), L"\nmkins: not available in this build");
-  EXPECT_EQ(Printed(L"(kel_getinstalldir)"), L"\nkel_getinstalldir: not available in this build");
   EXPECT_EQ(Printed(L"(KEL_drag_key)"), L"\nKEL_drag_key: not available in this build");
 }
 

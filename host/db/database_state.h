@@ -1,0 +1,51 @@
+// What an AcDbDatabase holds: every object's stub in the order made, the
+// handle index, the ids of its tables and standard records, its header
+// variables, and the walking positions of tblnext and dictnext.
+#pragma once
+
+#include <deque>
+#include <map>
+#include <memory>
+#include <string>
+#include <unordered_map>
+
+#include "arx/dbdatabase.h"
+#include "db/stub.h"
+
+namespace kelhost::db {
+
+enum class Table { kBlock, kLayer, kLinetype, kTextStyle, kDimStyle, kView, kUcs, kViewport, kRegApp, kCount };
+
+struct DatabaseState {
+  std::deque<std::unique_ptr<AcDbStub>> stubs;  // in the order the objects were added
+  std::unordered_map<Adesk::UInt64, AcDbStub*> byHandle;
+  Adesk::UInt64 nextHandle = 1;
+
+  AcDbObjectId tables[static_cast<int>(Table::kCount)];
+  AcDbObjectId namedObjects, groups, layouts;
+  AcDbObjectId byLayer, byBlock, continuous, layerZero, modelSpace, paperSpace;
+
+  // Header variables.
+  AcDbObjectId clayer, celtype, textstyle, dimstyle;
+  Adesk::UInt16 cecolor = 256;
+  double celtscale = 1.0, textsize = 2.5, ltscale = 1.0;
+  Adesk::Int16 celweight = AcDb::kLnWtByLayer;
+  bool tilemode = true;
+
+  // AutoLISP walking positions: the last record tblnext gave per table,
+  // and the last key dictnext gave per dictionary.
+  std::map<AcDbStub*, AcDbObjectId> tableCursor;
+  std::map<AcDbStub*, std::wstring> dictCursor;
+
+  // Adds an object (not yet in a database) under a new handle, or under
+  // the given one when it is free. The object is open for write.
+  AcDbStub* add(AcDbDatabase* db, AcDbObject* object, Adesk::UInt64 handle = 0);
+};
+
+// Gives a database object its stub (the database's friend access).
+void Attach(AcDbObject* object, AcDbStub* stub);
+
+// Fills a database with a new drawing's tables, records and dictionaries.
+void BuildDefaultDrawing(AcDbDatabase* db);
+
+}  // namespace kelhost::db

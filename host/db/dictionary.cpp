@@ -1,0 +1,182 @@
+// Dictionaries: entries by key (without regard to case), ownership of the
+// entries, and the DXF groups (3 key, 350 hard / 360 soft owned entry).
+#include <cstdlib>
+#include <cwchar>
+
+#include "arx/dbdict.h"
+#include "arx/dbdatabase.h"
+#include "db/stub.h"
+#include "db/rx_define.h"
+#include "dxf/access.h"
+#include "dxf/group_filer.h"
+#include "kelhost/text.h"
+
+using kelhost::dxf::Presence;
+
+KELHOST_RX_DEFINE(AcDbDictionary, AcDbObject, L"DICTIONARY")
+
+namespace {
+std::wstring Key(const ACHAR* name) { return kelhost::ToUpper(name ? name : L""); }
+}  // namespace
+
+Acad::ErrorStatus AcDbDictionary::getAt(const ACHAR* entryName, AcDbObjectId& entryId) const {
+  entryId.setNull();
+  auto it = mEntries.find(Key(entryName));
+  if (it == mEntries.end() || it->second.second.isErased()) return Acad::eKeyNotFound;
+  entryId = it->second.second;
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDictionary::getAt(const ACHAR* entryName, AcDbObject*& entry, AcDb::OpenMode mode) const {
+  entry = nullptr;
+  AcDbObjectId id;
+  Acad::ErrorStatus es = getAt(entryName, id);
+  return es == Acad::eOk ? acdbOpenObject(entry, id, mode) : es;
+}
+
+Acad::ErrorStatus AcDbDictionary::nameAt(AcDbObjectId objId, ACHAR*& name) const {
+  name = nullptr;
+  for (const auto& e : mEntries) {
+    if (e.second.second != objId) continue;
+    size_t n = e.second.first.size() + 1;
+    name = static_cast<ACHAR*>(std::malloc(n * sizeof(ACHAR)));
+    if (!name) return Acad::eOutOfMemory;
+    std::wmemcpy(name, e.second.first.c_str(), n);
+    return Acad::eOk;
+  }
+  return Acad::eKeyNotFound;
+}
+
+bool AcDbDictionary::has(const ACHAR* entryName) const {
+  AcDbObjectId id;
+  return getAt(entryName, id) == Acad::eOk;
+}
+
+bool AcDbDictionary::has(AcDbObjectId objId) const {
+  for (const auto& e : mEntries)
+    if (e.second.second == objId) return !objId.isErased();
+  return false;
+}
+
+Acad::ErrorStatus AcDbDictionary::setAt(const ACHAR* srchKey, AcDbObject* newValue, AcDbObjectId& retObjId) {
+  retObjId.setNull();
+  if (!srchKey || !*srchKey) return Acad::eInvalidKey;
+  if (!newValue) return Acad::eNullObjectPointer;
+  if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+  AcDbDatabase* db = database();
+  if (!db) return Acad::eNoDatabase;
+  if (newValue->isDatabaseResident()) {
+    if (newValue->database() != db) return Acad::eWrongDatabase;
+    if (!newValue->ownerId().isNull() && newValue->ownerId() != objectId()) return Acad::eInvalidOwnerObject;
+    retObjId = newValue->objectId();
+  } else {
+    Acad::ErrorStatus es = db->addAcDbObject(retObjId, newValue);
+    if (es != Acad::eOk) return es;
+  }
+  kelhost::dxf::Access::setOwner(newValue, objectId());
+  auto& slot = mEntries[Key(srchKey)];
+  AcDbObjectId old = slot.second;
+  slot = {srchKey, retObjId};
+  if (!old.isNull() && old != retObjId && mHardOwner) {
+    AcDbObject* replaced = nullptr;
+    if (acdbOpenObject(replaced, old, AcDb::kForWrite) == Acad::eOk) {
+      replaced->erase();
+      replaced->close();
+    }
+  } else if (!old.isNull() && old != retObjId) {
+    if (AcDbObject* replaced = kelhost::db::Peek(old)) kelhost::dxf::Access::setOwner(replaced, AcDbObjectId::kNull);
+  }
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDictionary::remove(const ACHAR* key) {
+  AcDbObjectId id;
+  return remove(key, id);
+}
+
+Acad::ErrorStatus AcDbDictionary::remove(const ACHAR* key, AcDbObjectId& returnId) {
+  returnId.setNull();
+  if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+  auto it = mEntries.find(Key(key));
+  if (it == mEntries.end()) return Acad::eKeyNotFound;
+  returnId = it->second.second;
+  mEntries.erase(it);
+  if (AcDbObject* entry = kelhost::db::Peek(returnId))
+    if (entry->ownerId() == objectId()) kelhost::dxf::Access::setOwner(entry, AcDbObjectId::kNull);
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDictionary::remove(AcDbObjectId objId) {
+  for (const auto& e : mEntries)
+    if (e.second.second == objId) {
+      std::wstring key = e.second.first;
+      return remove(key.c_str());
+    }
+  return Acad::eKeyNotFound;
+}
+
+Acad::ErrorStatus AcDbDictionary::setName(const ACHAR* oldName, const ACHAR* newName) {
+  if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+  if (!newName || !*newName) return Acad::eInvalidInput;
+  auto it = mEntries.find(Key(oldName));
+  if (it == mEntries.end()) return Acad::eKeyNotFound;
+  const std::wstring newKey = Key(newName);
+  if (newKey != it->first && mEntries.count(newKey)) return Acad::eDuplicateKey;
+  AcDbObjectId id = it->second.second;
+  mEntries.erase(it);
+  mEntries[newKey] = {newName, id};
+  return Acad::eOk;
+}
+
+void AcDbDictionary::setTreatElementsAsHard(bool doIt) {
+  if (writable()) mHardOwner = doIt;
+}
+
+void AcDbDictionary::setMergeStyle(DuplicateRecordCloning style) {
+  if (writable()) mMergeStyle = static_cast<short>(style);
+}
+
+AcDbDictionaryIterator* AcDbDictionary::newIterator() const {
+  std::vector<std::pair<std::wstring, AcDbObjectId>> items;
+  for (const auto& e : mEntries)
+    if (!e.second.second.isErased()) items.push_back(e.second);
+  return new AcDbDictionaryIterator(std::move(items));
+}
+
+void AcDbDictionary::dxfFields(kelhost::dxf::GroupFiler& f) {
+  f.subclass(L"AcDbDictionary");
+  short hard = mHardOwner ? 1 : 0;
+  f.int16(280, hard, 0, Presence::kUnlessDefault);
+  mHardOwner = hard != 0;
+  f.int16(281, mMergeStyle, 1, Presence::kAlways);
+  const int entryCode = mHardOwner ? 360 : 350;
+  size_t n = f.beginRepeat(3, mEntries.size());
+  if (f.reading()) {
+    if (n == 0 && f.keepsAbsent()) return f.endRepeat();
+    mEntries.clear();
+    for (size_t i = 0; i < n; ++i) {
+      f.enterRecord(i);
+      std::wstring key;
+      AcDbObjectId id;
+      f.text(3, key, L"", Presence::kRequired);
+      f.id(entryCode, id, Presence::kAlways);
+      if (id.isNull()) f.id(entryCode == 360 ? 350 : 360, id, Presence::kRequired);
+      if (!key.empty()) mEntries[Key(key.c_str())] = {key, id};
+    }
+  } else {
+    for (auto& e : mEntries) {
+      if (e.second.second.isErased()) continue;
+      f.text(3, e.second.first, L"", Presence::kAlways);
+      f.id(entryCode, e.second.second, Presence::kAlways);
+    }
+  }
+  f.endRepeat();
+}
+
+const ACHAR* AcDbDictionaryIterator::name() const { return done() ? nullptr : mItems[mIndex].first.c_str(); }
+AcDbObjectId AcDbDictionaryIterator::objectId() const { return done() ? AcDbObjectId::kNull : mItems[mIndex].second; }
+Acad::ErrorStatus AcDbDictionaryIterator::getObject(AcDbObject*& object, AcDb::OpenMode mode) {
+  object = nullptr;
+  if (done()) return Acad::eIteratorDone;
+  return acdbOpenObject(object, mItems[mIndex].second, mode);
+}

@@ -1,0 +1,52 @@
+// The database's record of one object: its handle, the object itself, and
+// who has it open. An AcDbObjectId points at one of these.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+
+#include "arx/dbmain.h"
+
+class AcDbStub {
+ public:
+  AcDbDatabase* db = nullptr;
+  Adesk::UInt64 handle = 0;
+  std::size_t order = 0;  // position in the database's list of stubs
+  std::unique_ptr<AcDbObject> object;
+  unsigned short readers = 0;
+  unsigned short notifiers = 0;
+  bool writer = false;
+  bool erased = false;
+};
+
+namespace kelhost::db {
+
+// Stubs of live databases; an id whose stub is not here names nothing.
+bool IsLiveStub(const AcDbStub* stub);
+void RegisterStub(const AcDbStub* stub);
+void ForgetStub(const AcDbStub* stub);
+
+// The object behind an id without opening it (the host's own readers), or
+// null for an invalid id.
+AcDbObject* Peek(AcDbObjectId id);
+template <class T>
+T* PeekAs(AcDbObjectId id) {
+  return T::cast(Peek(id));
+}
+
+// Objects opened (or added) and not yet closed, over all databases.
+int OpenObjectCount();
+void AdjustOpenCount(int delta);
+
+// Told before an object is first opened for write and after an object
+// joins a database: where an undo journal records prior states.
+class ObjectObserver {
+ public:
+  virtual ~ObjectObserver() = default;
+  virtual void beforeWrite(AcDbObject* object) = 0;
+  virtual void added(AcDbObject* object) = 0;
+};
+void SetObjectObserver(ObjectObserver* observer);
+ObjectObserver* CurrentObjectObserver();
+
+}  // namespace kelhost::db

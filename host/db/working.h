@@ -1,0 +1,11 @@
+// The document's database as the host manages it.
+#pragma once
+
+class AcDbDatabase;
+
+namespace kelhost::db {
+// A database being destroyed stops being the working one.
+void DatabaseGoing(AcDbDatabase* database);
+// Replaces the document's drawing with a new one (made on next use).
+void NewDocumentDatabase();
+}  // namespace kelhost::db

@@ -1,0 +1,147 @@
+#include "dxf/codec.h"
+
+#include <vector>
+
+#include "ads/rbkind.h"
+#include "arx/acutads.h"
+#include "arx/dbdict.h"
+#include "arx/dbents.h"
+#include "arx/dbgroup.h"
+#include "arx/dbxrecrd.h"
+#include "db/stub.h"
+#include "db/xdata.h"
+#include "dxf/access.h"
+#include "dxf/list_filer.h"
+#include "kelhost/text.h"
+
+namespace kelhost::dxf {
+namespace {
+
+template <class T>
+std::unique_ptr<AcDbObject> Make() {
+  return std::make_unique<T>();
+}
+
+struct Kind {
+  const wchar_t* name;
+  std::unique_ptr<AcDbObject> (*make)();
+};
+
+const Kind kKinds[] = {
+    {L"LINE", Make<AcDbLine>},          {L"CIRCLE", Make<AcDbCircle>},
+    {L"ARC", Make<AcDbArc>},            {L"POINT", Make<AcDbPoint>},
+    {L"TEXT", Make<AcDbText>},          {L"LWPOLYLINE", Make<AcDbPolyline>},
+    {L"LAYER", Make<AcDbLayerTableRecord>}, {L"LTYPE", Make<AcDbLinetypeTableRecord>},
+    {L"STYLE", Make<AcDbTextStyleTableRecord>}, {L"DIMSTYLE", Make<AcDbDimStyleTableRecord>},
+    {L"VIEW", Make<AcDbViewTableRecord>}, {L"UCS", Make<AcDbUCSTableRecord>},
+    {L"VPORT", Make<AcDbViewportTableRecord>}, {L"APPID", Make<AcDbRegAppTableRecord>},
+    {L"BLOCK_RECORD", Make<AcDbBlockTableRecord>}, {L"DICTIONARY", Make<AcDbDictionary>},
+    {L"XRECORD", Make<AcDbXrecord>},    {L"GROUP", Make<AcDbGroup>},
+};
+
+}  // namespace
+
+std::unique_ptr<AcDbObject> NewObjectOfType(const std::wstring& dxfName) {
+  const std::wstring upper = ToUpper(dxfName);
+  for (const Kind& k : kKinds)
+    if (upper == k.name) return k.make();
+  return nullptr;
+}
+
+const resbuf* XDataSentinel(const resbuf* list) {
+  for (const resbuf* rb = list; rb; rb = rb->rbnext)
+    if (rb->restype == -3) return rb;
+  return nullptr;
+}
+
+resbuf* ObjectToList(const AcDbObject* object, const resbuf* apps) {
+  if (!object) return nullptr;
+  auto* obj = const_cast<AcDbObject*>(object);  // a writer only reads the object
+  ListWriter w(obj->database());
+  w.addName(-1, obj->objectId());
+  w.addText(0, obj->isA()->dxfName());
+  ACHAR handle[20] = L"0";
+  obj->objectHandle().getIntoAsciiBuffer(handle, 20);
+  const AcDbObjectId xdict = obj->extensionDictionary();
+  const bool hasXdict = !xdict.isNull() && !xdict.isErased();
+  if (hasXdict) {
+    w.addText(5, handle);
+    w.addText(102, L"{ACAD_XDICTIONARY");
+    w.addName(360, xdict);
+    w.addText(102, L"}");
+    w.addName(330, obj->ownerId());
+  } else {
+    w.addName(330, obj->ownerId());
+    w.addText(5, handle);
+  }
+  Access::fields(obj, w);
+  if (apps) {
+    // Each application whose name matches one of the patterns, in the
+    // object's order.
+    bool any = false;
+    for (const resbuf* app = Access::xdata(obj); app;) {
+      const resbuf* end = app->rbnext;
+      while (end && end->restype != 1001) end = end->rbnext;
+      const std::wstring name = ToUpper(app->resval.rstring ? app->resval.rstring : L"");
+      bool match = false;
+      for (const resbuf* p = apps; p && !match; p = p->rbnext)
+        match = p->restype == RTSTR && p->resval.rstring &&
+                acutWcMatch(name.c_str(), ToUpper(p->resval.rstring).c_str()) == RTNORM;
+      if (match) {
+        if (!any) w.add(-3);
+        any = true;
+        for (const resbuf* rb = app; rb != end; rb = rb->rbnext) {
+          resbuf* one = rb::CopyNode(rb);
+          if (!one) {
+            w.fail(L"out of memory");
+            break;
+          }
+          resbuf* chain = one;
+          w.chain(chain);
+          acutRelRb(one);
+        }
+      }
+      app = end;
+    }
+  }
+  return w.take();
+}
+
+resbuf* SaveState(const AcDbObject* object) {
+  static resbuf all = [] {
+    resbuf rb{};
+    rb.restype = RTSTR;
+    rb.resval.rstring = const_cast<ACHAR*>(L"*");
+    return rb;
+  }();
+  return ObjectToList(object, &all);
+}
+
+bool RestoreState(AcDbObject* object, const resbuf* state) {
+  std::vector<const resbuf*> groups;
+  const resbuf* sentinel = XDataSentinel(state);
+  AcDbObjectId owner, xdict;
+  bool header = true;  // before the first subclass marker
+  for (const resbuf* rb = state; rb && rb != sentinel; rb = rb->rbnext) {
+    if (rb->restype == 100) header = false;
+    if (!header) {
+      groups.push_back(rb);
+      continue;
+    }
+    switch (rb->restype) {
+      case 330: owner.setFromOldId(rb->resval.rlname[0]); break;
+      case 360: xdict.setFromOldId(rb->resval.rlname[0]); break;
+      default: break;  // -1, 0, 5, 102: identity, not state
+    }
+  }
+  ListReader reader(object->database(), groups, false);
+  Access::fields(object, reader);
+  if (reader.failed()) return false;
+  Access::setOwner(object, owner);
+  Access::setExtensionDictionary(object, xdict);
+  acutRelRb(Access::xdata(object));
+  Access::xdata(object) = sentinel ? rb::CopyChain(sentinel->rbnext) : nullptr;
+  return true;
+}
+
+}  // namespace kelhost::dxf

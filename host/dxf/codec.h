@@ -1,0 +1,30 @@
+// Objects as group-code lists: the entity list of acdbEntGet, the list
+// acdbEntMake builds from, and an object's saved state (for undo and
+// cloning) are all made and read here through each class's dxfFields().
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "arx/dbmain.h"
+
+namespace kelhost::dxf {
+
+// A new object of the class with that DXF name (any case); null when the
+// host has no such class.
+std::unique_ptr<AcDbObject> NewObjectOfType(const std::wstring& dxfName);
+
+// The object's list: -1 name, 0 type, 5 handle, its extension dictionary
+// (102 groups), 330 owner, its groups; then, when apps is given, -3 and the
+// xdata of the applications matching the RTSTR patterns of apps. Null when
+// out of memory.
+resbuf* ObjectToList(const AcDbObject* object, const resbuf* apps);
+
+// The object's whole state (its list with all its xdata) and back.
+resbuf* SaveState(const AcDbObject* object);
+bool RestoreState(AcDbObject* object, const resbuf* state);
+
+// Where an entity list's own groups end: the -3 node or null.
+const resbuf* XDataSentinel(const resbuf* list);
+
+}  // namespace kelhost::dxf

@@ -1,0 +1,25 @@
+// The handlers' usage blocks: each line goes out through its own
+// acutPrintf, as the family's programs have always printed them.
+#pragma once
+
+#include <initializer_list>
+
+#include "kelcad/platform.h"
+
+namespace KEL {
+namespace Lisp {
+
+inline void PrintUsageLines(std::initializer_list<const wchar_t*> lines) {
+  for (const wchar_t* line : lines) acutPrintf(L"%s", line);
+}
+
+// T for true, nil for false.
+inline void ReturnBool(bool value) {
+  if (value)
+    acedRetT();
+  else
+    acedRetNil();
+}
+
+}  // namespace Lisp
+}  // namespace KEL

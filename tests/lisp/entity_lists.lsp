@@ -1,0 +1,21 @@
+;; A small drawing made from AutoLISP: entities on a new layer, xdata of a
+;; registered application, an xrecord in a named dictionary; what entget,
+;; tblsearch and dictsearch give back, with the entity names left out.
+(defun without-names (lst)
+  (vl-remove-if '(lambda (g) (member (car g) '(-1 330 5))) lst))
+(regapp "KEL_DEMO")
+(setq ln (entmakex '((0 . "LINE") (8 . "图层1") (10 0 0 0) (11 100 50 0)
+                     (-3 ("KEL_DEMO" (1000 . "墙") (1070 . 3))))))
+(print (without-names (entget ln '("KEL_DEMO"))))
+(print (tblsearch "LAYER" "图层1"))
+(setq pl (entmakex '((0 . "LWPOLYLINE") (90 . 2) (70 . 0) (10 0 0) (10 5 5))))
+(print (vl-remove-if-not '(lambda (g) (= (car g) 10)) (entget pl)))
+(setq xr (entmakex '((0 . "XRECORD") (100 . "AcDbXrecord") (1 . "数据") (40 . 1.5))))
+(dictadd (namedobjdict) "KEL_STORE" xr)
+(print (without-names (dictsearch (namedobjdict) "KEL_STORE")))
+(entdel ln)
+(print (entget ln))
+(entdel ln)
+(print (cdr (assoc 8 (entget ln))))
+(print (list (snvalid "hocus pocus") (snvalid "a|b") (snvalid "a|b" 1) (snvalid "")))
+(princ)
