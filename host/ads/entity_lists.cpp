@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "ads/entity_names.h"
+#include "ads/entity_make.h"
+#include "arx/dbblkref.h"
 #include "arx/acdbads.h"
 #include "arx/acutads.h"
 #include "arx/dbapserv.h"
@@ -106,14 +108,14 @@ bool CreatePending(AcDbDatabase* db, std::vector<dxf::GroupFiler::PendingRecord>
   return true;
 }
 
-// The entity-making core: RTNORM with made set, or RTREJ with nothing
-// added to the database.
-int Make(const resbuf* list, AcDbObjectId& made) {
-  made.setNull();
+}  // namespace
+
+int ReadEntityList(const resbuf* list, std::unique_ptr<AcDbObject>& object,
+                   std::vector<dxf::GroupFiler::PendingRecord>& pending) {
   AcDbDatabase* db = WorkingDb();
   const resbuf* type = TypeGroup(list);
   if (!db || !type) return RTREJ;
-  std::unique_ptr<AcDbObject> object = dxf::NewObjectOfType(type->resval.rstring);
+  object = NewObjectForList(type->resval.rstring, list);
   if (!object) return RTREJ;
   dxf::ListReader reader(db, OwnGroups(list), false);
   dxf::Access::fields(object.get(), reader);
@@ -124,6 +126,27 @@ int Make(const resbuf* list, AcDbObjectId& made) {
     xdata = db::MergeXData(nullptr, sentinel->rbnext);
     if (!xdata && sentinel->rbnext) return RTREJ;
   }
+  pending = std::move(reader.pendingRecords);
+  return RTNORM;
+}
+
+bool CreatePendingRecords(AcDbDatabase* db, std::vector<dxf::GroupFiler::PendingRecord>& pending) {
+  return CreatePending(db, pending);
+}
+
+namespace {
+
+// The entity-making core: RTNORM with made set, or RTREJ with nothing
+// added to the database.
+int Make(const resbuf* list, AcDbObjectId& made) {
+  made.setNull();
+  AcDbDatabase* db = WorkingDb();
+  std::unique_ptr<AcDbObject> object;
+  std::vector<dxf::GroupFiler::PendingRecord> pending;
+  if (ReadEntityList(list, object, pending) != RTNORM) return RTREJ;
+  // Sub-entities come only within their sequence.
+  if (AcDbVertex::cast(object.get()) || AcDbAttribute::cast(object.get()) || AcDbSequenceEnd::cast(object.get()))
+    return RTREJ;
   auto* entity = AcDbEntity::cast(object.get());
   auto* record = AcDbSymbolTableRecord::cast(object.get());
   AcDbObjectId tableId;
@@ -133,7 +156,7 @@ int Make(const resbuf* list, AcDbObjectId& made) {
     if (!table || table->has(record->getName())) return RTREJ;
     if (AcDbBlockTableRecord::cast(record)) return RTREJ;  // block definitions come as BLOCK...ENDBLK
   }
-  if (!CreatePending(db, reader.pendingRecords)) return RTREJ;
+  if (!CreatePending(db, pending)) return RTREJ;
   Acad::ErrorStatus es;
   if (entity) {
     AcDbBlockTableRecord* space = nullptr;
@@ -195,14 +218,17 @@ resbuf* acdbEntGetX(const ads_name ent, const resbuf* args) {
 
 int acdbEntMake(const resbuf* ent) {
   AcDbObjectId made;
+  int rc = RTNORM;
+  if (ads::MakeInSequence(ent, made, rc)) return rc;
   return ads::Make(ent, made);
 }
 
 int acdbEntMakeX(const resbuf* ent, ads_name result) {
   AcDbObjectId made;
-  int rc = ads::Make(ent, made);
+  int rc = RTNORM;
+  if (!ads::MakeInSequence(ent, made, rc)) rc = ads::Make(ent, made);
   if (result) {
-    if (rc == RTNORM) ads::NameOfId(made, result);
+    if ((rc == RTNORM || rc == RTKWORD) && !made.isNull()) ads::NameOfId(made, result);
     else ads_name_clear(result);
   }
   return rc;
@@ -274,7 +300,13 @@ int acdbEntNext(const ads_name ent, ads_name result) {
     AcDbObjectId id = ads::IdOfName(ent);
     AcDbStub* stub = id;
     if (id.isNull() || stub->db != db) return RTERROR;
-    from = stub->order + 1;
+    // Into and along the sub-entities of a complex entity.
+    AcDbObjectId sub = ads::NextInSequence(id);
+    if (!sub.isNull()) {
+      ads::NameOfId(sub, result);
+      return RTNORM;
+    }
+    from = ads::MainEntityOf(id)->order + 1;
   }
   const auto& stubs = db->state().stubs;
   for (size_t i = from; i < stubs.size(); ++i)

@@ -24,7 +24,8 @@ resbuf* TableList(AcDbSymbolTableRecord* record) {
     dxf::ListWriter w(block->database());
     w.addText(0, L"BLOCK");
     w.addText(2, block->getName());
-    if (resbuf* rb = w.add(70)) rb->resval.rint = static_cast<short>(0);
+    if (resbuf* rb = w.add(70))
+      rb->resval.rint = static_cast<short>((block->isAnonymous() ? 1 : 0) | (block->hasAttributeDefinitions() ? 2 : 0));
     AcGePoint3d origin = block->origin();
     w.point(10, origin, dxf::Presence::kAlways);
     for (const AcDbObjectId& id : block->entityIds())

@@ -10,7 +10,12 @@
 #include <unordered_map>
 
 #include "arx/dbdatabase.h"
+#include "db/header_vars.h"
 #include "db/stub.h"
+
+namespace kelhost::dxf {
+struct FileExtras;
+}
 
 namespace kelhost::db {
 
@@ -31,6 +36,10 @@ struct DatabaseState {
   double celtscale = 1.0, textsize = 2.5, ltscale = 1.0;
   Adesk::Int16 celweight = AcDb::kLnWtByLayer;
   bool tilemode = true;
+  // The other header variables (see header_vars.h).
+  HeaderStore headerVars;
+  // What a drawing file held that has no object of its own (dxf/file_extras.h).
+  std::shared_ptr<dxf::FileExtras> fileExtras;
 
   // AutoLISP walking positions: the last record tblnext gave per table,
   // and the last key dictnext gave per dictionary.

@@ -4,6 +4,7 @@
 
 #include "ads/rbkind.h"
 #include "arx/acutads.h"
+#include "arx/dbblkref.h"
 #include "arx/dbdict.h"
 #include "arx/dbents.h"
 #include "arx/dbgroup.h"
@@ -37,6 +38,11 @@ const Kind kKinds[] = {
     {L"VPORT", Make<AcDbViewportTableRecord>}, {L"APPID", Make<AcDbRegAppTableRecord>},
     {L"BLOCK_RECORD", Make<AcDbBlockTableRecord>}, {L"DICTIONARY", Make<AcDbDictionary>},
     {L"XRECORD", Make<AcDbXrecord>},    {L"GROUP", Make<AcDbGroup>},
+    // A POLYLINE or VERTEX list with the 3D bit (8 / 32 in group 70) is a
+    // 3D polyline or its vertex: see NewEntityForList.
+    {L"POLYLINE", Make<AcDb2dPolyline>}, {L"VERTEX", Make<AcDb2dVertex>},
+    {L"SEQEND", Make<AcDbSequenceEnd>}, {L"INSERT", Make<AcDbBlockReference>},
+    {L"ATTRIB", Make<AcDbAttribute>},   {L"ATTDEF", Make<AcDbAttributeDefinition>},
 };
 
 }  // namespace

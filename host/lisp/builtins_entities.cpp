@@ -7,6 +7,7 @@
 #include "arx/acutads.h"
 #include "kelhost/resbuf_kinds.h"
 #include "kelhost/text.h"
+#include "ads/entity_make.h"
 #include "lisp/chain.h"
 #include "lisp/machine.h"
 
@@ -207,14 +208,18 @@ ValuePtr EntGet(Machine& m, Args& a) {
 ValuePtr EntMake(Machine& m, Args& a) {
   if (a.empty() || !a[0]) return nullptr;
   ChainHolder chain(ListToChain(m, a[0]));
-  return acdbEntMake(chain.get()) == RTNORM ? a[0] : nullptr;
+  const int rc = acdbEntMake(chain.get());
+  // The ENDBLK of an anonymous block answers with the block's new name.
+  if (rc == RTKWORD) return MakeStr(kelhost::ads::LastBlockName());
+  return rc == RTNORM ? a[0] : nullptr;
 }
 
 ValuePtr EntMakeX(Machine& m, Args& a) {
   if (a.empty() || !a[0]) return nullptr;
   ChainHolder chain(ListToChain(m, a[0]));
   ads_name made;
-  return acdbEntMakeX(chain.get(), made) == RTNORM ? NameOf(made) : nullptr;
+  // Parts of a complex entity before its SEQEND make nothing yet: nil.
+  return acdbEntMakeX(chain.get(), made) == RTNORM && !ads_name_nil(made) ? NameOf(made) : nullptr;
 }
 
 ValuePtr EntMod(Machine& m, Args& a) {

@@ -31,6 +31,8 @@ Interpreter::Impl::Impl() {
   RegisterLoadBuiltins(*this);
   RegisterGeometryBuiltins(*this);
   RegisterEntityBuiltins(*this);
+  RegisterSysvarBuiltins(*this);
+  RegisterSelectionBuiltins(*this);
 }
 
 // Symbol values may refer back to their symbols (T is its own value): drop

@@ -148,5 +148,7 @@ void RegisterFileBuiltins(Machine& m);
 void RegisterLoadBuiltins(Machine& m);
 void RegisterGeometryBuiltins(Machine& m);
 void RegisterEntityBuiltins(Machine& m);
+void RegisterSysvarBuiltins(Machine& m);
+void RegisterSelectionBuiltins(Machine& m);
 
 }  // namespace kelhost::lisp

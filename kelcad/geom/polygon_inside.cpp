@@ -40,13 +40,17 @@ bool CopyAsPoints(const resbuf* chain, OwnedChain& copy) {
   return true;
 }
 
+// What the point sees of the polygon: sightlines to vertices and the
+// triangles they span. The point tolerance is read once per test.
 class Sightlines {
  public:
   Sightlines(const double pt[3], const std::vector<PlanePoint>& ring)
       : from_{pt[0], pt[1], 0.0}, ring_(ring), seen_(ring.size(), kUnknown), tol_(KEL::GetPointEQ()) {}
 
-  // True when the segment from the point to vertex i crosses no edge of the
-  // polygon, touching one at its end points only.
+  // True when the segment from the point to vertex i meets the polygon's
+  // edges only at its own two ends, and there only at the edges' ends. A
+  // sightline that grazes another vertex may pass into the polygon there,
+  // so it counts as blocked.
   bool Sees(std::size_t i) {
     if (seen_[i] == kUnknown) seen_[i] = Clear(i) ? kYes : kNo;
     return seen_[i] == kYes;
@@ -84,7 +88,9 @@ class Sightlines {
       const double q2[3] = {ring_[(j + 1) % n].x, ring_[(j + 1) % n].y, 0.0};
       ads_point hit;
       if (acdbInters(from_, to, q1, q2, 1, hit) != RTNORM) continue;
-      if (!KEL::IsPointEQ(hit, q1, tol_) && !KEL::IsPointEQ(hit, q2, tol_)) return false;
+      const bool atEdgeEnd = KEL::IsPointEQ(hit, q1, tol_) || KEL::IsPointEQ(hit, q2, tol_);
+      const bool atSightEnd = KEL::IsPointEQ(hit, to, tol_) || KEL::IsPointEQ(hit, from_, tol_);
+      if (!(atEdgeEnd && atSightEnd)) return false;
     }
     return true;
   }

@@ -8,7 +8,9 @@
 #include <cstdlib>
 #include <string>
 
+#include "arx/dbapserv.h"
 #include "console.h"
+#include "kelhost/drawing_files.h"
 #include "kelhost/host.h"
 #include "kelhost/text.h"
 #include "options.h"
@@ -57,14 +59,18 @@ int main(int argc, char** argv) {
     std::puts("kelcad " KELCAD_VERSION);
     return 0;
   }
-  // Drawing files and scripted answers arrive with the drawing database
-  // and the command processor; until then the console says so.
-  if (!options.drawing.empty() || !options.save.empty())
-    return Fatal("drawing files (--drawing, --save) are not available in this build");
+  // Scripted answers arrive with the command processor; until then the
+  // console says so.
   if (!options.input.empty()) return Fatal("--input is not available in this build");
 
   kelhost::Host& host = kelhost::Host::instance();
   std::wstring why;
+  // The drawing is open before anything runs; one that cannot be read
+  // stops the console with nothing run.
+  if (!options.drawing.empty() &&
+      !kelhost::ReadDrawingFile(acdbHostApplicationServices()->workingDatabase(),
+                                kelhost::FromUtf8(options.drawing), why))
+    return Fatal(kelhost::ToUtf8(why));
   if (!host.loadModule(FindModule(options), &why)) return Fatal(kelhost::ToUtf8(why));
   for (const std::string& extra : options.arx)
     if (!host.loadModule(extra, &why)) {
@@ -85,8 +91,13 @@ int main(int argc, char** argv) {
     else
       console.readPipe();
   }
+  bool saved = true;
+  if (!options.save.empty())
+    saved = kelhost::WriteDrawingFile(acdbHostApplicationServices()->workingDatabase(),
+                                      kelhost::FromUtf8(options.save), why);
   host.unloadAll();
   if (!host.atLineStart()) host.writeCommandLine(L"\n");
   std::fflush(stdout);
+  if (!saved) return Fatal(kelhost::ToUtf8(why));
   return console.hadError() ? 1 : 0;
 }

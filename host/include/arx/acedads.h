@@ -42,3 +42,35 @@ int acedArxUnload(const ACHAR* app);
 
 int acedAlert(const ACHAR* str);
 int acedPrompt(const ACHAR* str);
+
+// System variables (any case). acedGetVar fills result (a string value is
+// a new copy the caller releases with free): RTNORM, RTERROR for an
+// unknown name or a null argument. acedSetVar: RTNORM; RTERROR for an
+// unknown name; RTREJ when the variable is read-only or the value has the
+// wrong type or is out of range (nothing changes then).
+int acedGetVar(const ACHAR* sym, resbuf* result);
+int acedSetVar(const ACHAR* sym, const resbuf* val);
+
+// Selection sets. A set's name is an ads_name (RTPICKS); word 0 numbers
+// the set. acedSSGet modes: "X" every entity of the drawing, "W"/"C" the
+// entities of the current space inside / crossing the window pt1-pt2
+// (points are ads_real[3]), "L" the last entity, "P" the previous set
+// ("_" prefixes allowed); an optional filter list narrows any mode. Sets
+// from "X", "W" and "C" list the newest entity first. RTNORM with a new
+// set in ss, RTERROR when nothing is selected or the arguments are bad.
+int acedSSGet(const ACHAR* str, const void* pt1, const void* pt2, const resbuf* filter, ads_name ss);
+int acedSSFree(const ads_name sname);
+int acedSSLength(const ads_name sname, Adesk::Int32* len);
+// With ename and sname null a new empty set; with sname null a new set of
+// ename; otherwise ename is added to sname (result is sname).
+int acedSSAdd(const ads_name ename, const ads_name sname, ads_name result);
+int acedSSDel(const ads_name ename, const ads_name ss);
+int acedSSMemb(const ads_name ename, const ads_name ss);
+int acedSSName(const ads_name ss, Adesk::Int32 i, ads_name entres);
+
+// Translates a point (or, with disp nonzero, a displacement) between
+// coordinate systems. from and to: RTSHORT 0 (WCS), 1 (current UCS) or 2
+// (display coordinates of the current view); RTENAME (the entity's object
+// coordinate system); RT3DPOINT (the object coordinate system of that
+// extrusion direction). RTNORM, RTERROR for a bad system or argument.
+int acedTrans(const ads_point pt, const resbuf* from, const resbuf* to, int disp, ads_point result);

@@ -87,6 +87,14 @@ class AcDbDatabase : public AcRxObject {
   // The next handle to be given.
   AcDbHandle handseed() const;
 
+  // Drawing files (the host keeps drawings as DXF). readDwgFile replaces
+  // this database's contents with the drawing read; a ".dwg" name falls
+  // back to the ".dxf" of the same name. eFileNotFound, or eBadDwgHeader
+  // for a malformed file (the database is then unchanged). saveAs writes
+  // DXF 2013 atomically (eFileAccessErr when it cannot).
+  Acad::ErrorStatus readDwgFile(const ACHAR* fileName);
+  Acad::ErrorStatus saveAs(const ACHAR* fileName);
+
   // Header variables that objects use.
   AcDbObjectId clayer() const;
   Acad::ErrorStatus setClayer(AcDbObjectId layer);

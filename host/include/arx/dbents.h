@@ -6,10 +6,42 @@
 #include <vector>
 
 #include "dbmain.h"
+#include "gemat3d.h"
 
+namespace kelhost::geom {
+class Path;
+}
+
+// The curve interface. Parameters run from getStartParam to getEndParam
+// (a line's is the distance from its start, an arc's or circle's the
+// angle, a polyline's the vertex index); points are in WCS. A parameter,
+// distance or point off the curve answers eInvalidInput.
 class AcDbCurve : public AcDbEntity {
  public:
   ACRX_DECLARE_MEMBERS(AcDbCurve);
+  virtual bool isClosed() const { return false; }
+  Acad::ErrorStatus getStartParam(double& param) const;
+  Acad::ErrorStatus getEndParam(double& param) const;
+  Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const;
+  Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const;
+  Acad::ErrorStatus getPointAtParam(double param, AcGePoint3d& point) const;
+  Acad::ErrorStatus getParamAtPoint(const AcGePoint3d& point, double& param) const;
+  Acad::ErrorStatus getDistAtParam(double param, double& dist) const;
+  Acad::ErrorStatus getParamAtDist(double dist, double& param) const;
+  Acad::ErrorStatus getDistAtPoint(const AcGePoint3d& point, double& dist) const;
+  Acad::ErrorStatus getPointAtDist(double dist, AcGePoint3d& point) const;
+  Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& givenPoint, AcGePoint3d& pointOnCurve,
+                                      bool extend = false) const;
+  Acad::ErrorStatus getFirstDeriv(double param, AcGeVector3d& firstDeriv) const;
+  Acad::ErrorStatus getFirstDeriv(const AcGePoint3d& point, AcGeVector3d& firstDeriv) const;
+
+  Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+  Acad::ErrorStatus intersectWith(const AcDbEntity* entity, AcDb::Intersect intType, AcGePoint3dArray& points,
+                                  Adesk::GsMarker thisGsMarker = 0, Adesk::GsMarker otherGsMarker = 0) const override;
+
+  // The curve's geometry as pieces over its parameter range (host use);
+  // false for a curve with no geometry yet.
+  virtual bool buildPath(kelhost::geom::Path& path) const;
 };
 
 class AcDbLine : public AcDbCurve {
@@ -25,6 +57,8 @@ class AcDbLine : public AcDbCurve {
   Acad::ErrorStatus setThickness(double t);
   AcGeVector3d normal() const { return mNormal; }
   Acad::ErrorStatus setNormal(const AcGeVector3d& n);
+  bool buildPath(kelhost::geom::Path& path) const override;
+  Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
 
  protected:
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;
@@ -50,6 +84,9 @@ class AcDbCircle : public AcDbCurve {
   Acad::ErrorStatus setThickness(double t);
   AcGeVector3d normal() const { return mNormal; }
   Acad::ErrorStatus setNormal(const AcGeVector3d& n);
+  bool isClosed() const override { return true; }
+  bool buildPath(kelhost::geom::Path& path) const override;
+  Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
 
  protected:
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;
@@ -72,6 +109,9 @@ class AcDbArc : public AcDbCircle {
   double endAngle() const { return mEndAngle; }
   Acad::ErrorStatus setStartAngle(double a);
   Acad::ErrorStatus setEndAngle(double a);
+  bool isClosed() const override { return false; }
+  bool buildPath(kelhost::geom::Path& path) const override;
+  Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
 
  protected:
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;
@@ -141,6 +181,8 @@ class AcDbText : public AcDbEntity {
   Acad::ErrorStatus setThickness(double t);
   AcGeVector3d normal() const { return mNormal; }
   Acad::ErrorStatus setNormal(const AcGeVector3d& n);
+  // Moves, rotates and scales the text (uniform scaling only).
+  Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
 
  protected:
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;
@@ -174,7 +216,7 @@ class AcDbPolyline : public AcDbCurve {
   Acad::ErrorStatus setBulgeAt(unsigned int index, double bulge);
   Acad::ErrorStatus getWidthsAt(unsigned int index, double& startWidth, double& endWidth) const;
   Acad::ErrorStatus setWidthsAt(unsigned int index, double startWidth, double endWidth);
-  bool isClosed() const { return (mFlags & 1) != 0; }
+  bool isClosed() const override { return (mFlags & 1) != 0; }
   void setClosed(bool closed);
   bool hasPlinegen() const { return (mFlags & 128) != 0; }
   void setPlinegen(bool on);
@@ -187,6 +229,13 @@ class AcDbPolyline : public AcDbCurve {
   Acad::ErrorStatus setThickness(double t);
   AcGeVector3d normal() const { return mNormal; }
   Acad::ErrorStatus setNormal(const AcGeVector3d& n);
+  // The segment starting at a vertex: false for the last vertex of an
+  // open polyline.
+  bool onSegment(unsigned int index) const;
+  bool buildPath(kelhost::geom::Path& path) const override;
+  Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  // Into lines and arcs with the polyline's properties.
+  Acad::ErrorStatus explode(AcDbVoidPtrArray& entitySet) const override;
 
  protected:
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;

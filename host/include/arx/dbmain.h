@@ -8,6 +8,8 @@
 #include "acrx.h"
 #include "adsdef.h"
 #include "dbid.h"
+#include "acarray.h"
+#include "dbextents.h"
 
 namespace kelhost::dxf {
 class GroupFiler;
@@ -26,7 +28,14 @@ enum LineWeight {
 };
 enum TextHorzMode { kTextLeft = 0, kTextCenter = 1, kTextRight = 2, kTextAlign = 3, kTextMid = 4, kTextFit = 5 };
 enum TextVertMode { kTextBase = 0, kTextBottom = 1, kTextVertMid = 2, kTextTop = 3 };
+// Which operands intersectWith may extend beyond their ends.
+enum Intersect { kOnBothOperands = 0, kExtendThis = 1, kExtendArg = 2, kExtendBoth = 3 };
 }  // namespace AcDb
+
+typedef AcArray<void*> AcDbVoidPtrArray;
+namespace Adesk {
+typedef IntPtr GsMarker;
+}
 
 // Declares the runtime-class members of a database class.
 #define ACRX_DECLARE_MEMBERS(CLASS_NAME)                                                    \
@@ -128,6 +137,20 @@ class AcDbEntity : public AcDbObject {
   // Layer, colour, linetype and scale from the database's current values.
   void setDatabaseDefaults();
   void setDatabaseDefaults(AcDbDatabase* db);
+  // Copies layer, colour, linetype, scale, lineweight and visibility.
+  Acad::ErrorStatus setPropertiesFrom(const AcDbEntity* from, bool doSubents = true);
+
+  // Geometry. The box around the entity in WCS (eInvalidExtents when it
+  // has none); moving, rotating, scaling or mirroring it; the simpler
+  // entities it is made of (new, not in a database: the caller deletes
+  // them); where it meets another entity (points in WCS appended to
+  // points). Entities without geometry answer eNotApplicable.
+  virtual Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const;
+  virtual Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform);
+  virtual Acad::ErrorStatus explode(AcDbVoidPtrArray& entitySet) const;
+  virtual Acad::ErrorStatus intersectWith(const AcDbEntity* entity, AcDb::Intersect intType,
+                                          AcGePoint3dArray& points, Adesk::GsMarker thisGsMarker = 0,
+                                          Adesk::GsMarker otherGsMarker = 0) const;
 
  protected:
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;

@@ -43,7 +43,10 @@ TEST_F(StringBuiltinsTest, NumbersAndCharacterCodes) {
 }
 
 TEST_F(StringBuiltinsTest, UnitConversions) {
-  EXPECT_EQ(eval(L"(rtos 17.5)"), L"\"17.5000\"");  // LUNITS 2, LUPREC 4 without a drawing
+  // The drawing's DIMZIN (8 in a metric drawing) drops trailing zeros; 0 keeps them.
+  EXPECT_EQ(eval(L"(rtos 17.5)"), L"\"17.5\"");
+  eval(L"(setvar \"DIMZIN\" 0)");
+  EXPECT_EQ(eval(L"(rtos 17.5)"), L"\"17.5000\"");  // LUNITS 2, LUPREC 4
   EXPECT_EQ(eval(L"(rtos 17.5 1 4)"), L"\"1.7500E+01\"");
   EXPECT_EQ(eval(L"(rtos 17.5 2 2)"), L"\"17.50\"");
   EXPECT_EQ(eval(L"(rtos 17.5 3 2)"), L"\"1'-5.50\\\"\"");
@@ -54,6 +57,7 @@ TEST_F(StringBuiltinsTest, UnitConversions) {
   EXPECT_EQ(eval(L"(distof \"1.7500E+01\" 1)"), L"17.5");
   EXPECT_EQ(eval(L"(distof \"abc\" 2)"), L"nil");
   EXPECT_EQ(eval(L"(angtos pi 0 2)"), L"\"180.00\"");
+  eval(L"(setvar \"DIMZIN\" 8)");
 }
 
 TEST_F(StringBuiltinsTest, SearchingAndReplacing) {

@@ -35,6 +35,7 @@ struct SettingsScope {
 }  // namespace
 
 TEST(Units, LinearModes) {
+  SettingsScope defaults{kelhost::units::Settings{}};  // no zero suppression
   EXPECT_EQ(RToS(17.5, 1, 4), L"1.7500E+01");
   EXPECT_EQ(RToS(17.5, 2, 2), L"17.50");
   EXPECT_EQ(RToS(17.5, 3, 2), L"1'-5.50\"");
@@ -63,7 +64,10 @@ TEST(Units, FeetAndInchesFollowZeroSuppression) {
 }
 
 TEST(Units, DefaultsComeFromTheSettings) {
-  EXPECT_EQ(RToS(3, -1, -1), L"3.0000");  // LUNITS 2, LUPREC 4
+  {
+    SettingsScope defaults{kelhost::units::Settings{}};
+    EXPECT_EQ(RToS(3, -1, -1), L"3.0000");  // LUNITS 2, LUPREC 4
+  }
   kelhost::units::Settings s;
   s.lunits = 5;
   s.luprec = 1;

@@ -1,0 +1,91 @@
+// The session variables with the program's defaults.
+#include "ads/sysvars_session.h"
+
+#include <map>
+#include <mutex>
+#include <vector>
+
+#include "arx/adsdef.h"
+
+namespace kelhost::sysvars {
+namespace {
+
+using db::HeaderPlace;
+using db::HeaderValue;
+using db::HeaderVarDef;
+
+HeaderVarDef Short(const wchar_t* name, double value, double lo, double hi, bool readOnly = false) {
+  return {name, RTSHORT, 70, HeaderPlace::kHeader, readOnly, lo, hi, {value, 0, 0}, nullptr};
+}
+HeaderVarDef Text(const wchar_t* name, const wchar_t* value, bool readOnly = false) {
+  return {name, RTSTR, 1, HeaderPlace::kHeader, readOnly, 1, 0, {0, 0, 0}, value};
+}
+
+std::vector<HeaderVarDef> MakeDefs() {
+  return {
+      Short(L"ATTDIA", 0, 0, 1),
+      Short(L"ATTREQ", 1, 0, 1),
+      Short(L"BLIPMODE", 0, 0, 1),
+      Short(L"CMDDIA", 1, 0, 1),
+      Short(L"CMDECHO", 1, 0, 1),
+      Short(L"EDGEMODE", 0, 0, 1),
+      Short(L"ERRNO", 0, -32768, 32767),
+      Short(L"EXPERT", 0, 0, 5),
+      Short(L"FILEDIA", 1, 0, 1),
+      Short(L"HIGHLIGHT", 1, 0, 1),
+      Short(L"OSMODE", 4133, 0, 16383),
+      Short(L"PICKBOX", 3, 0, 50),
+      Short(L"UNDOCTL", 53, 1, 0, true),
+      Short(L"UNDOMARKS", 0, 1, 0, true),
+      {L"LASTPOINT", RT3DPOINT, 10, HeaderPlace::kHeader, false, 1, 0, {0, 0, 0}, nullptr},
+      Text(L"USERS1", L""),
+      Text(L"USERS2", L""),
+      Text(L"USERS3", L""),
+      Text(L"USERS4", L""),
+      Text(L"USERS5", L""),
+      Text(L"MENUNAME", L"acad", true),
+      Text(L"ACADVER", L"24.0s (KELCAD host)", true),
+      Text(L"PLATFORM", L"KELCAD headless host", true),
+  };
+}
+
+const std::vector<HeaderVarDef>& Defs() {
+  static const std::vector<HeaderVarDef> defs = MakeDefs();
+  return defs;
+}
+
+std::mutex& Lock() {
+  static std::mutex lock;
+  return lock;
+}
+
+std::map<std::wstring, HeaderValue>& Values() {
+  static std::map<std::wstring, HeaderValue> values;
+  return values;
+}
+
+}  // namespace
+
+const HeaderVarDef* FindSessionDef(const std::wstring& upperName) {
+  for (const HeaderVarDef& def : Defs())
+    if (upperName == def.name) return &def;
+  return nullptr;
+}
+
+HeaderValue GetSessionVar(const HeaderVarDef& def) {
+  std::lock_guard<std::mutex> hold(Lock());
+  auto it = Values().find(def.name);
+  return it != Values().end() ? it->second : db::DefaultHeaderValue(def);
+}
+
+void PutSessionVar(const HeaderVarDef& def, const HeaderValue& value) {
+  std::lock_guard<std::mutex> hold(Lock());
+  Values()[def.name] = value;
+}
+
+void ResetSessionVars() {
+  std::lock_guard<std::mutex> hold(Lock());
+  Values().clear();
+}
+
+}  // namespace kelhost::sysvars

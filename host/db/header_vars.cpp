@@ -1,0 +1,120 @@
+// The drawing's header variables: definitions with a new metric drawing's
+// defaults, and reading them from the header store.
+#include "db/header_vars.h"
+
+#include "arx/adsdef.h"
+#include "db/database_state.h"
+
+namespace kelhost::db {
+namespace {
+
+constexpr double kBig = 1e20;
+constexpr double kAny = 1e300;
+constexpr HeaderPlace H = HeaderPlace::kHeader;
+constexpr HeaderPlace V = HeaderPlace::kViewport;
+
+HeaderVarDef Short(const wchar_t* name, double value, double lo = 1, double hi = 0, HeaderPlace place = H) {
+  return {name, RTSHORT, 70, place, false, lo, hi, {value, 0, 0}, nullptr};
+}
+HeaderVarDef Flag(const wchar_t* name, double value, HeaderPlace place = H) { return Short(name, value, 0, 1, place); }
+HeaderVarDef Real(const wchar_t* name, double value, double lo = 1, double hi = 0, int code = 40, HeaderPlace place = H) {
+  return {name, RTREAL, code, place, false, lo, hi, {value, 0, 0}, nullptr};
+}
+HeaderVarDef Point3(const wchar_t* name, double x, double y, double z, bool readOnly = false, HeaderPlace place = H) {
+  return {name, RT3DPOINT, 10, place, readOnly, 1, 0, {x, y, z}, nullptr};
+}
+HeaderVarDef ReadOnly(HeaderVarDef def) {
+  def.readOnly = true;
+  return def;
+}
+
+std::vector<HeaderVarDef> MakeDefs() {
+  std::vector<HeaderVarDef> defs = {
+      Real(L"ANGBASE", 0.0, 1, 0, 50),
+      Flag(L"ANGDIR", 0),
+      Short(L"AUNITS", 0, 0, 4),
+      Short(L"AUPREC", 0, 0, 8),
+      Flag(L"DIMSAH", 0),
+      Real(L"DIMSCALE", 1.0, 0, kAny),
+      Real(L"DIMTXT", 2.5, 0, kAny),
+      Short(L"DIMZIN", 8, 0, 15),
+      Real(L"ELEVATION", 0.0),
+      Point3(L"EXTMIN", kBig, kBig, kBig, true),
+      Point3(L"EXTMAX", -kBig, -kBig, -kBig, true),
+      Real(L"FILLETRAD", 0.0, 0, kAny),
+      Point3(L"INSBASE", 0, 0, 0),
+      {L"LIMMIN", RTPOINT, 10, H, false, 1, 0, {0, 0, 0}, nullptr},
+      {L"LIMMAX", RTPOINT, 10, H, false, 1, 0, {420, 297, 0}, nullptr},
+      Short(L"LUNITS", 2, 1, 5),
+      Short(L"LUPREC", 4, 0, 8),
+      Short(L"MEASUREMENT", 1, 0, 1),
+      Flag(L"MIRRTEXT", 0),
+      Flag(L"ORTHOMODE", 0),
+      Short(L"PDMODE", 0, -32768, 32767),
+      Real(L"PDSIZE", 0.0),
+      Real(L"PLINEWID", 0.0, 0, kAny),
+      Flag(L"PSLTSCALE", 1),
+      Flag(L"REGENMODE", 1),
+      Real(L"THICKNESS", 0.0),
+      Point3(L"UCSORG", 0, 0, 0, true),
+      Point3(L"UCSXDIR", 1, 0, 0, true),
+      Point3(L"UCSYDIR", 0, 1, 0, true),
+      Flag(L"UNITMODE", 0),
+      // Drawing aids and the view live in the active viewport.
+      Flag(L"SNAPMODE", 0, V),
+      Flag(L"GRIDMODE", 0, V),
+      Real(L"SNAPANG", 0.0, 1, 0, 50, V),
+      ReadOnly(Point3(L"VIEWCTR", 210, 148.5, 0, true, V)),
+      ReadOnly(Real(L"VIEWSIZE", 297.0, 1, 0, 40, V)),
+      Point3(L"VIEWDIR", 0, 0, 1, true, V),
+      ReadOnly(Short(L"VIEWMODE", 0, 1, 0, V)),
+      Point3(L"TARGET", 0, 0, 0, true, V),
+      ReadOnly(Real(L"FRONTZ", 0.0, 1, 0, 40, V)),
+      ReadOnly(Real(L"BACKZ", 0.0, 1, 0, 40, V)),
+      ReadOnly(Real(L"LENSLENGTH", 50.0, 1, 0, 40, V)),
+      Point3(L"VSMIN", 0, 0, 0, true, V),
+      Point3(L"VSMAX", 420, 297, 0, true, V),
+  };
+  const wchar_t* useri[] = {L"USERI1", L"USERI2", L"USERI3", L"USERI4", L"USERI5"};
+  const wchar_t* userr[] = {L"USERR1", L"USERR2", L"USERR3", L"USERR4", L"USERR5"};
+  for (const wchar_t* n : useri) defs.push_back(Short(n, 0, -32768, 32767));
+  for (const wchar_t* n : userr) defs.push_back(Real(n, 0.0));
+  return defs;
+}
+
+}  // namespace
+
+const std::vector<HeaderVarDef>& HeaderVarDefs() {
+  static const std::vector<HeaderVarDef> defs = MakeDefs();
+  return defs;
+}
+
+const HeaderVarDef* FindHeaderVarDef(const std::wstring& upperName) {
+  for (const HeaderVarDef& def : HeaderVarDefs())
+    if (upperName == def.name) return &def;
+  return nullptr;
+}
+
+HeaderValue DefaultHeaderValue(const HeaderVarDef& def) {
+  HeaderValue v;
+  v.type = def.type;
+  v.code = def.code;
+  switch (def.type) {
+    case RTSHORT: v.integer = static_cast<std::int32_t>(def.value[0]); break;
+    case RTREAL: v.real = def.value[0]; break;
+    case RTSTR: v.text = def.text ? def.text : L""; break;
+    default:
+      for (int i = 0; i < 3; ++i) v.point[i] = def.value[i];
+  }
+  return v;
+}
+
+HeaderValue GetHeaderVar(const DatabaseState& state, const HeaderVarDef& def) {
+  auto it = state.headerVars.find(def.name);
+  // A value read from a file under another group code still counts when
+  // its kind agrees.
+  if (it != state.headerVars.end() && it->second.type == def.type) return it->second;
+  return DefaultHeaderValue(def);
+}
+
+}  // namespace kelhost::db

@@ -1,0 +1,193 @@
+// Heavy polylines, their vertices and the SEQEND.
+#include <cmath>
+
+#include "arx/dbpoly.h"
+#include "db/curve_geometry.h"
+#include "db/rx_define.h"
+#include "db/sequences.h"
+#include "db/stub.h"
+#include "dxf/group_filer.h"
+
+using kelhost::dxf::Presence;
+
+KELHOST_RX_DEFINE(AcDbSequenceEnd, AcDbEntity, L"SEQEND")
+KELHOST_RX_DEFINE(AcDbVertex, AcDbEntity, L"VERTEX")
+KELHOST_RX_DEFINE(AcDb2dVertex, AcDbVertex, L"VERTEX")
+KELHOST_RX_DEFINE(AcDb3dPolylineVertex, AcDbVertex, L"VERTEX")
+KELHOST_RX_DEFINE(AcDb2dPolyline, AcDbCurve, L"POLYLINE")
+KELHOST_RX_DEFINE(AcDb3dPolyline, AcDbCurve, L"POLYLINE")
+
+#define KELHOST_SET(member, value)                  \
+  do {                                              \
+    if (!writable()) return Acad::eNotOpenForWrite; \
+    member = value;                                 \
+    return Acad::eOk;                               \
+  } while (0)
+
+namespace {
+// The vertices that are not erased, in order.
+template <class V>
+std::vector<const V*> LiveVertices(const AcDbSubentSequence& seq) {
+  std::vector<const V*> out;
+  for (const AcDbObjectId& id : seq.items)
+    if (!id.isErased())
+      if (const V* v = kelhost::db::PeekAs<V>(id)) out.push_back(v);
+  return out;
+}
+}  // namespace
+
+// ---------------------------------------------------------------- 2D vertex
+Acad::ErrorStatus AcDb2dVertex::setPosition(const AcGePoint3d& p) { KELHOST_SET(mPosition, p); }
+Acad::ErrorStatus AcDb2dVertex::setBulge(double b) { KELHOST_SET(mBulge, b); }
+Acad::ErrorStatus AcDb2dVertex::setStartWidth(double w) {
+  if (w < 0) return Acad::eInvalidInput;
+  KELHOST_SET(mStartWidth, w);
+}
+Acad::ErrorStatus AcDb2dVertex::setEndWidth(double w) {
+  if (w < 0) return Acad::eInvalidInput;
+  KELHOST_SET(mEndWidth, w);
+}
+AcDb::Vertex2dType AcDb2dVertex::vertexType() const {
+  if (mFlags & 16) return AcDb::k2dSplineCtlVertex;
+  if (mFlags & 8) return AcDb::k2dSplineFitVertex;
+  if (mFlags & 1) return AcDb::k2dCurveFitVertex;
+  return AcDb::k2dVertex;
+}
+
+void AcDb2dVertex::dxfFields(kelhost::dxf::GroupFiler& f) {
+  AcDbEntity::dxfFields(f);
+  f.subclass(L"AcDbVertex");
+  f.subclass(L"AcDb2dVertex");
+  f.point(10, mPosition, Presence::kRequired);
+  f.real(40, mStartWidth, 0.0, Presence::kUnlessDefault);
+  f.real(41, mEndWidth, 0.0, Presence::kUnlessDefault);
+  f.real(42, mBulge, 0.0, Presence::kUnlessDefault);
+  f.int16(70, mFlags, 0, Presence::kAlways);
+  f.real(50, mTangent, 0.0, Presence::kUnlessDefault);
+  if (mFlags & 32) f.fail(L"a 3D polyline vertex (70 has 32) in a 2D polyline");
+}
+
+// ---------------------------------------------------------------- 3D vertex
+Acad::ErrorStatus AcDb3dPolylineVertex::setPosition(const AcGePoint3d& p) { KELHOST_SET(mPosition, p); }
+
+void AcDb3dPolylineVertex::dxfFields(kelhost::dxf::GroupFiler& f) {
+  AcDbEntity::dxfFields(f);
+  f.subclass(L"AcDbVertex");
+  f.subclass(L"AcDb3dPolylineVertex");
+  f.point(10, mPosition, Presence::kRequired);
+  f.int16(70, mFlags, 32, Presence::kAlways);
+  if (!(mFlags & 32)) f.fail(L"a 3D polyline vertex needs flag 32 in group 70");
+}
+
+// ---------------------------------------------------------------- 2D polyline
+Acad::ErrorStatus AcDb2dPolyline::appendVertex(AcDb2dVertex* vertex) {
+  AcDbObjectId id;
+  return appendVertex(id, vertex);
+}
+Acad::ErrorStatus AcDb2dPolyline::appendVertex(AcDbObjectId& id, AcDb2dVertex* vertex) {
+  return kelhost::db::AppendToSequence(this, mSequence, vertex, id);
+}
+Acad::ErrorStatus AcDb2dPolyline::makeClosed() { KELHOST_SET(mFlags, static_cast<short>(mFlags | 1)); }
+Acad::ErrorStatus AcDb2dPolyline::makeOpen() { KELHOST_SET(mFlags, static_cast<short>(mFlags & ~1)); }
+Acad::ErrorStatus AcDb2dPolyline::setElevation(double e) { KELHOST_SET(mElevation, e); }
+Acad::ErrorStatus AcDb2dPolyline::setNormal(const AcGeVector3d& n) {
+  if (n.isZeroLength()) return Acad::eInvalidInput;
+  KELHOST_SET(mNormal, n.normal());
+}
+
+bool AcDb2dPolyline::buildPath(kelhost::geom::Path& path) const {
+  const auto vertices = LiveVertices<AcDb2dVertex>(mSequence);
+  if (vertices.empty()) return false;
+  const AcGeMatrix3d toWorld = AcGeMatrix3d::planeToWorld(mNormal);
+  auto world = [&](size_t i) {
+    const AcGePoint3d p = vertices[i % vertices.size()]->position();
+    return toWorld * AcGePoint3d(p.x, p.y, mElevation);
+  };
+  if (vertices.size() == 1) {
+    path.addLine(world(0), world(0), 0.0, 0.0);
+    return true;
+  }
+  const size_t segments = isClosed() ? vertices.size() : vertices.size() - 1;
+  for (size_t i = 0; i < segments; ++i)
+    kelhost::geom::AddBulgeSegment(path, world(i), world(i + 1), vertices[i]->bulge(), mNormal, double(i), i + 1.0);
+  return true;
+}
+
+Acad::ErrorStatus AcDb2dPolyline::explode(AcDbVoidPtrArray& entitySet) const {
+  const auto vertices = LiveVertices<AcDb2dVertex>(mSequence);
+  const AcGeMatrix3d toWorld = AcGeMatrix3d::planeToWorld(mNormal);
+  const size_t n = vertices.size();
+  const size_t segments = n < 2 ? 0 : isClosed() ? n : n - 1;
+  for (size_t i = 0; i < segments; ++i) {
+    const AcGePoint3d a = vertices[i]->position(), b = vertices[(i + 1) % n]->position();
+    if (AcDbCurve* c = kelhost::geom::SegmentEntity(*this, toWorld * AcGePoint3d(a.x, a.y, mElevation),
+                                                    toWorld * AcGePoint3d(b.x, b.y, mElevation),
+                                                    vertices[i]->bulge(), mNormal))
+      entitySet.append(c);
+  }
+  return Acad::eOk;
+}
+
+void AcDb2dPolyline::dxfFields(kelhost::dxf::GroupFiler& f) {
+  AcDbEntity::dxfFields(f);
+  short follows = 1;  // vertices follow: always so for a heavy polyline
+  f.int16(66, follows, 1, Presence::kAlways);
+  f.subclass(L"AcDb2dPolyline");
+  AcGePoint3d elevation(0, 0, mElevation);
+  f.point(10, elevation, Presence::kAlways);
+  mElevation = elevation.z;
+  f.real(39, mThickness, 0.0, Presence::kUnlessDefault);
+  f.int16(70, mFlags, 0, Presence::kAlways);
+  f.real(40, mStartWidth, 0.0, Presence::kUnlessDefault);
+  f.real(41, mEndWidth, 0.0, Presence::kUnlessDefault);
+  f.int16(75, mCurveType, 0, Presence::kUnlessDefault);
+  f.vector(210, mNormal, AcGeVector3d::kZAxis, Presence::kAlways);
+  if (mFlags & (8 | 16 | 64)) f.fail(L"not a 2D polyline: group 70 has the 3D or mesh bits");
+}
+
+// ---------------------------------------------------------------- 3D polyline
+Acad::ErrorStatus AcDb3dPolyline::appendVertex(AcDb3dPolylineVertex* vertex) {
+  AcDbObjectId id;
+  return appendVertex(id, vertex);
+}
+Acad::ErrorStatus AcDb3dPolyline::appendVertex(AcDbObjectId& id, AcDb3dPolylineVertex* vertex) {
+  return kelhost::db::AppendToSequence(this, mSequence, vertex, id);
+}
+Acad::ErrorStatus AcDb3dPolyline::makeClosed() { KELHOST_SET(mFlags, static_cast<short>(mFlags | 1)); }
+Acad::ErrorStatus AcDb3dPolyline::makeOpen() { KELHOST_SET(mFlags, static_cast<short>(mFlags & ~1)); }
+
+bool AcDb3dPolyline::buildPath(kelhost::geom::Path& path) const {
+  const auto vertices = LiveVertices<AcDb3dPolylineVertex>(mSequence);
+  const size_t n = vertices.size();
+  if (n == 0) return false;
+  if (n == 1) {
+    path.addLine(vertices[0]->position(), vertices[0]->position(), 0.0, 0.0);
+    return true;
+  }
+  const size_t segments = isClosed() ? n : n - 1;
+  for (size_t i = 0; i < segments; ++i)
+    path.addLine(vertices[i]->position(), vertices[(i + 1) % n]->position(), double(i), i + 1.0);
+  return true;
+}
+
+Acad::ErrorStatus AcDb3dPolyline::explode(AcDbVoidPtrArray& entitySet) const {
+  kelhost::geom::Path path;
+  if (!buildPath(path)) return Acad::eOk;
+  for (const auto& piece : path.pieces())
+    if (AcDbCurve* c = kelhost::geom::SegmentEntity(*this, piece.a, piece.b, 0.0, AcGeVector3d::kZAxis))
+      entitySet.append(c);
+  return Acad::eOk;
+}
+
+void AcDb3dPolyline::dxfFields(kelhost::dxf::GroupFiler& f) {
+  AcDbEntity::dxfFields(f);
+  short follows = 1;
+  f.int16(66, follows, 1, Presence::kAlways);
+  f.subclass(L"AcDb3dPolyline");
+  AcGePoint3d zero;
+  f.point(10, zero, Presence::kAlways);
+  f.int16(70, mFlags, 8, Presence::kAlways);
+  if (!(mFlags & 8)) f.fail(L"a 3D polyline needs flag 8 in group 70");
+  AcGeVector3d normal = AcGeVector3d::kZAxis;
+  f.vector(210, normal, AcGeVector3d::kZAxis, Presence::kAlways);
+}

@@ -1,0 +1,671 @@
+// Reading an ASCII DXF file into an empty database. The file is checked
+// and split into sections and items (an entity or object with its groups)
+// first; then every object is made under its handle, so that references
+// resolve whatever their order in the file; then each is filled from its
+// groups through its class's description. Types the host does not model
+// are kept verbatim. Last, whatever an older file lacks (tables, standard
+// records, the named-object dictionary) is added as a new drawing has it.
+#include <set>
+#include <unordered_map>
+
+#include "arx/acutads.h"
+#include "arx/dbdict.h"
+#include "arx/dbsymtb.h"
+#include "db/database_state.h"
+#include "dxf/access.h"
+#include "dxf/codec.h"
+#include "dxf/dxf_file.h"
+#include "dxf/file_extras.h"
+#include "dxf/file_filer.h"
+#include "dxf/header_io.h"
+#include "dxf/kept_object.h"
+#include "dxf/list_filer.h"
+#include "kelhost/text.h"
+
+namespace kelhost::dxf {
+namespace {
+
+using db::Table;
+
+struct Section {
+  std::string name;
+  size_t begin = 0, end = 0;  // token range of the body
+  size_t line = 0;
+};
+
+struct TableKind {
+  const char* name;
+  Table table;
+  AcDbSymbolTable* (*make)();
+};
+template <class T>
+AcDbSymbolTable* MakeTable() {
+  return new T;
+}
+const TableKind kTables[] = {
+    {"BLOCK_RECORD", Table::kBlock, MakeTable<AcDbBlockTable>},
+    {"LAYER", Table::kLayer, MakeTable<AcDbLayerTable>},
+    {"LTYPE", Table::kLinetype, MakeTable<AcDbLinetypeTable>},
+    {"STYLE", Table::kTextStyle, MakeTable<AcDbTextStyleTable>},
+    {"DIMSTYLE", Table::kDimStyle, MakeTable<AcDbDimStyleTable>},
+    {"VIEW", Table::kView, MakeTable<AcDbViewTable>},
+    {"UCS", Table::kUcs, MakeTable<AcDbUCSTable>},
+    {"VPORT", Table::kViewport, MakeTable<AcDbViewportTable>},
+    {"APPID", Table::kRegApp, MakeTable<AcDbRegAppTable>},
+};
+const TableKind* FindTableKind(const std::string& name) {
+  for (const TableKind& k : kTables)
+    if (name == k.name) return &k;
+  return nullptr;
+}
+
+enum class Place { kTable, kBlocks, kEntities, kObjects };
+
+// One entity or object of the file: its tokens from the 0 group on.
+struct Item {
+  Place place = Place::kEntities;
+  size_t begin = 0, end = 0;  // [0 group, next item)
+  size_t followersEnd = 0;  // end of VERTEX/ATTRIB... SEQEND that belong to it
+  std::uint64_t handle = 0;
+  AcDbObjectId id;
+  const TableKind* table = nullptr;  // for a TABLE of a known kind
+};
+
+std::wstring AtLine(size_t line, const std::wstring& what) { return L"line " + std::to_wstring(line) + L": " + what; }
+
+class Reader {
+ public:
+  Reader(AcDbDatabase* db, std::vector<Token>& tokens) : mDb(db), mState(db->state()), mTokens(tokens) {}
+  bool run(std::wstring& error);
+
+ private:
+  bool splitSections();
+  bool collectItems(const Section& s, Place place);
+  bool createObjects();
+  bool fillTables();
+  bool fillBlocks();
+  bool fillEntities(const Section& s);
+  bool fillObjects();
+  bool fillObject(Item& item, AcDbObjectId owner, bool mayKeep);
+  void complete();
+  AcDbObjectId ensureRecord(Table t, const wchar_t* name, AcDbSymbolTableRecord* (*make)());
+  AcDbObjectId ensureTable(Table t);
+  AcDbObjectId resolve(std::uint64_t h) const;
+  bool failAt(size_t line, const std::wstring& what) {
+    if (mError.empty()) mError = AtLine(line, what);
+    return false;
+  }
+  const Section* section(const char* name) const {
+    for (const Section& s : mSections)
+      if (s.name == name) return &s;
+    return nullptr;
+  }
+  std::string typeOf(const Item& i) const { return mTokens[i.begin].value; }
+
+  AcDbDatabase* mDb;
+  db::DatabaseState& mState;
+  std::vector<Token>& mTokens;
+  std::vector<Section> mSections;
+  std::vector<Item> mItems;
+  std::wstring mError;
+  OwnHeaderVars mOwnVars;
+  std::set<std::uint64_t> mHandles;
+};
+
+bool Reader::splitSections() {
+  static const std::set<std::string> kKnown = {"HEADER", "CLASSES", "TABLES", "BLOCKS", "ENTITIES",
+                                               "OBJECTS", "THUMBNAILIMAGE", "ACDSDATA"};
+  size_t i = 0;
+  const size_t n = mTokens.size();
+  while (i < n) {
+    const Token& t = mTokens[i];
+    if (t.code == 999) {  // comments between sections
+      ++i;
+      continue;
+    }
+    if (t.code != 0) return failAt(t.line, L"expected a section (group 0)");
+    if (t.value == "EOF") return true;
+    if (t.value != "SECTION") return failAt(t.line, L"expected SECTION, found \"" + FromUtf8(t.value) + L"\"");
+    if (i + 1 >= n || mTokens[i + 1].code != 2) return failAt(t.line, L"a section without its name (group 2)");
+    Section s;
+    s.name = mTokens[i + 1].value;
+    s.line = t.line;
+    if (!kKnown.count(s.name)) return failAt(mTokens[i + 1].line, L"unknown section \"" + FromUtf8(s.name) + L"\"");
+    if (section(s.name.c_str())) return failAt(t.line, L"section " + FromUtf8(s.name) + L" appears twice");
+    s.begin = i + 2;
+    size_t j = s.begin;
+    while (j < n && !(mTokens[j].code == 0 && (mTokens[j].value == "ENDSEC" || mTokens[j].value == "EOF"))) ++j;
+    if (j >= n || mTokens[j].value != "ENDSEC")
+      return failAt(j < n ? mTokens[j].line : mTokens.back().line,
+                    L"section " + FromUtf8(s.name) + L" has no ENDSEC (truncated file)");
+    s.end = j;
+    mSections.push_back(s);
+    i = j + 1;
+  }
+  return failAt(mTokens.empty() ? 1 : mTokens.back().line + 1, L"the file ends without EOF (truncated)");
+}
+
+bool Reader::collectItems(const Section& s, Place place) {
+  size_t i = s.begin;
+  if (i < s.end && mTokens[i].code != 0) return failAt(mTokens[i].line, L"expected group 0");
+  while (i < s.end) {
+    Item item;
+    item.place = place;
+    item.begin = i;
+    size_t j = i + 1;
+    while (j < s.end && mTokens[j].code != 0) ++j;
+    item.end = item.followersEnd = j;
+    const std::string type = mTokens[i].value;
+    if (type.empty()) return failAt(mTokens[i].line, L"an entity without a type");
+    // A complex entity's followers belong to it: a polyline's vertices, an
+    // insert's attributes (66 set), up to SEQEND.
+    bool complex = type == "POLYLINE";
+    if (type == "INSERT")
+      for (size_t k = i + 1; k < j; ++k)
+        if (mTokens[k].code == 66 && mTokens[k].value.find('1') != std::string::npos) complex = true;
+    if (complex && (place == Place::kBlocks || place == Place::kEntities)) {
+      size_t k = j;
+      while (k < s.end) {
+        size_t e = k + 1;
+        while (e < s.end && mTokens[e].code != 0) ++e;
+        const std::string& t = mTokens[k].value;
+        if (t == "SEQEND") {
+          k = e;
+          break;
+        }
+        if (t != "VERTEX" && t != "ATTRIB") return failAt(mTokens[k].line, L"" + FromUtf8(type) + L" without SEQEND");
+        k = e;
+        if (k >= s.end) return failAt(mTokens[i].line, FromUtf8(type) + L" without SEQEND");
+      }
+      item.followersEnd = k;
+    }
+    // A vertex count must agree with the vertices that follow it.
+    if (type == "LWPOLYLINE") {
+      long long claimed = -1, found = 0;
+      size_t countLine = 0;
+      for (size_t k = i + 1; k < j; ++k) {
+        if (mTokens[k].code == 90 && claimed < 0) {
+          ParseInteger(mTokens[k].value, claimed);
+          countLine = mTokens[k].line;
+        }
+        if (mTokens[k].code == 10) ++found;
+      }
+      if (claimed >= 0 && claimed != found)
+        return failAt(countLine, L"LWPOLYLINE claims " + std::to_wstring(claimed) + L" vertices but has " +
+                                     std::to_wstring(found));
+    }
+    // Handles (5, or 105 for a dimension style) of the item and its followers.
+    for (size_t k = i; k < item.followersEnd; ++k) {
+      const Token& t = mTokens[k];
+      const bool lead = t.code == 0;
+      if (lead || !(t.code == 5 || (t.code == 105 && type == "DIMSTYLE"))) continue;
+      std::uint64_t h = 0;
+      if (!ParseHandle(t.value, h) || h == 0) return failAt(t.line, L"bad handle \"" + FromUtf8(t.value) + L"\"");
+      if (!mHandles.insert(h).second) return failAt(t.line, L"duplicate handle " + FromUtf8(t.value));
+      if (k < item.end && item.handle == 0) item.handle = h;
+    }
+    mItems.push_back(item);
+    i = item.followersEnd;
+  }
+  return true;
+}
+
+AcDbObjectId Reader::resolve(std::uint64_t h) const {
+  auto it = mState.byHandle.find(h);
+  return it == mState.byHandle.end() ? AcDbObjectId() : AcDbObjectId(it->second);
+}
+
+bool Reader::createObjects() {
+  // Objects without a handle (older files) get new ones above every
+  // handle the file uses.
+  if (!mHandles.empty() && *mHandles.rbegin() >= mState.nextHandle) mState.nextHandle = *mHandles.rbegin() + 1;
+  for (Item& item : mItems) {
+    const std::string type = typeOf(item);
+    AcDbObject* obj = nullptr;
+    if (item.place == Place::kTable) {
+      if (type == "ENDTAB") continue;
+      if (type == "TABLE") {
+        std::string name;
+        for (size_t k = item.begin + 1; k < item.end; ++k)
+          if (mTokens[k].code == 2) {
+            name = mTokens[k].value;
+            break;
+          }
+        const TableKind* kind = FindTableKind(name);
+        if (!kind) continue;  // kept verbatim with its records
+        if (!mState.tables[static_cast<int>(kind->table)].isNull())
+          return failAt(mTokens[item.begin].line, L"table " + FromUtf8(name) + L" appears twice");
+        obj = kind->make();
+        item.table = kind;
+      } else {
+        std::unique_ptr<AcDbObject> made = NewObjectOfType(FromUtf8(type));
+        if (!AcDbSymbolTableRecord::cast(made.get())) continue;  // in an unknown table: kept with it
+        obj = made.release();
+      }
+    } else if (item.place == Place::kBlocks && (type == "BLOCK" || type == "ENDBLK")) {
+      continue;
+    } else {
+      const bool entity = item.place != Place::kObjects;
+      std::unique_ptr<AcDbObject> made = NewObjectOfType(FromUtf8(type));
+      const bool modeled = made && item.followersEnd == item.end && (AcDbEntity::cast(made.get()) != nullptr) == entity &&
+                           !AcDbSymbolTableRecord::cast(made.get());
+      if (modeled) {
+        obj = made.release();
+      } else {
+        KeptData data;
+        data.type = FromUtf8(type);
+        obj = entity ? static_cast<AcDbObject*>(new KeptEntity(std::move(data))) : new KeptObject(std::move(data));
+      }
+    }
+    AcDbStub* stub = mState.add(mDb, obj, item.handle);
+    item.id = AcDbObjectId(stub);
+  }
+  return true;
+}
+
+// The common groups of an item: handle, reactors, extension dictionary,
+// owner; where its own groups begin.
+struct Head {
+  AcDbObjectId owner, xdict;
+  bool hasOwner = false;
+  RawGroups reactors;
+  size_t body = 0, xdata = 0, end = 0;
+};
+
+Head ParseHead(const std::vector<Token>& tokens, size_t begin, size_t end, const std::function<AcDbObjectId(std::uint64_t)>& resolve) {
+  Head h;
+  size_t k = begin + 1;
+  while (k < end) {
+    const Token& t = tokens[k];
+    if (t.code == 5 || t.code == 105) {
+      ++k;
+    } else if (t.code == 102 && t.value == "{ACAD_XDICTIONARY") {
+      for (++k; k < end && !(tokens[k].code == 102 && tokens[k].value == "}"); ++k) {
+        std::uint64_t handle = 0;
+        if (tokens[k].code == 360 && ParseHandle(tokens[k].value, handle)) h.xdict = resolve(handle);
+      }
+      if (k < end) ++k;  // the closing brace (absent in a malformed file)
+    } else if (t.code == 102 && !t.value.empty() && t.value[0] == '{') {
+      for (; k < end; ++k) {
+        h.reactors.push_back({tokens[k].code, tokens[k].value});
+        if (tokens[k].code == 102 && tokens[k].value == "}") break;
+      }
+      if (k < end) ++k;
+    } else if (t.code == 330 && !h.hasOwner) {
+      std::uint64_t handle = 0;
+      if (ParseHandle(t.value, handle) && handle) h.owner = resolve(handle);
+      h.hasOwner = true;
+      ++k;
+    } else {
+      break;
+    }
+  }
+  h.body = k;
+  h.xdata = k;
+  while (h.xdata < end && tokens[h.xdata].code != 1001) ++h.xdata;
+  h.end = end;
+  return h;
+}
+
+RawGroups ToRaw(const std::vector<Token>& tokens, size_t begin, size_t end) {
+  RawGroups out;
+  if (begin >= end) return out;
+  out.reserve(end - begin);
+  for (size_t k = begin; k < end; ++k) out.push_back({tokens[k].code, tokens[k].value});
+  return out;
+}
+
+bool Reader::fillObject(Item& item, AcDbObjectId owner, bool mayKeep) {
+  AcDbObject* obj = db::Peek(item.id);
+  auto resolver = [this](std::uint64_t h) { return resolve(h); };
+  Head head = ParseHead(mTokens, item.begin, item.end, resolver);
+  const size_t line = mTokens[item.begin].line;
+  const std::string type = typeOf(item);
+  if (owner.isNull()) owner = head.owner;
+
+  // Xdata as the object keeps it: 1001 application, its groups, ...
+  RawGroups xdataRaw = ToRaw(mTokens, head.xdata, head.end);
+  resbuf* xdata = nullptr;
+  if (!GroupsToChain(xdataRaw.data(), xdataRaw.data() + xdataRaw.size(), resolver, xdata))
+    return failAt(line, L"out of memory");
+
+  if (KeptEntity::cast(obj) || KeptObject::cast(obj)) {
+    KeptData& data = KeptEntity::cast(obj) ? KeptEntity::cast(obj)->kept() : KeptObject::cast(obj)->kept();
+    data.reactors = head.reactors;
+    data.body = ToRaw(mTokens, head.body, head.xdata);
+    data.followers = ToRaw(mTokens, item.end, item.followersEnd);
+    if (auto* e = KeptEntity::cast(obj)) {
+      AcDbObjectId layer = mState.layerZero;
+      for (const RawGroup& g : data.body)
+        if (g.code == 8) {
+          auto* table = db::PeekAs<AcDbSymbolTable>(mDb->layerTableId());
+          AcDbObjectId found;
+          if (table && table->getAt(FromUtf8(g.value).c_str(), found) == Acad::eOk) layer = found;
+          break;
+        }
+      if (!layer.isNull()) e->setLayer(layer);
+    }
+  } else {
+    resbuf* chain = nullptr;
+    RawGroups body = ToRaw(mTokens, head.body, head.xdata);
+    RawGroups kept = body;  // as read, should the object be kept instead
+    if (FileAnglesInDegrees(FromUtf8(type)))
+      for (RawGroup& g : body)
+        if (g.code >= 50 && g.code <= 58) g.value = DegreesToRadiansText(g.value);
+    if (!GroupsToChain(body.data(), body.data() + body.size(), resolver, chain)) {
+      acutRelRb(xdata);
+      return failAt(line, L"out of memory");
+    }
+    std::vector<const resbuf*> groups;
+    for (const resbuf* rb = chain; rb; rb = rb->rbnext) groups.push_back(rb);
+    ListReader reader(mDb, groups, false);
+    Access::fields(obj, reader);
+    acutRelRb(chain);
+    // A layer an entity names that the file lacks is made, as entmake does.
+    for (GroupFiler::PendingRecord& p : reader.pendingRecords) {
+      if (reader.failed()) break;
+      if (p.table != mDb->layerTableId()) {
+        reader.fail(L"no such record \"" + p.name + L"\"");
+        break;
+      }
+      *p.target = ensureRecord(Table::kLayer, p.name.c_str(), [] { return static_cast<AcDbSymbolTableRecord*>(new AcDbLayerTableRecord); });
+    }
+    if (reader.failed()) {
+      if (!mayKeep) {
+        acutRelRb(xdata);
+        return failAt(line, FromUtf8(type) + L": " + reader.error());
+      }
+      // Kept as it was read rather than lost.
+      KeptData data;
+      data.type = FromUtf8(type);
+      data.reactors = head.reactors;
+      data.body = std::move(kept);
+      AcDbObject* keptObject = AcDbEntity::cast(obj) ? static_cast<AcDbObject*>(new KeptEntity(std::move(data)))
+                                               : new KeptObject(std::move(data));
+      AcDbStub* stub = item.id;
+      Access::setStub(obj, nullptr);
+      stub->object.reset(keptObject);
+      Access::setStub(keptObject, stub);
+      obj = keptObject;
+      if (auto* e = AcDbEntity::cast(obj)) e->setLayer(mState.layerZero);
+    }
+  }
+  Access::setOwner(obj, owner);
+  Access::setExtensionDictionary(obj, head.xdict);
+  acutRelRb(Access::xdata(obj));
+  Access::xdata(obj) = xdata;
+  return true;
+}
+
+bool Reader::fillTables() {
+  AcDbSymbolTable* table = nullptr;
+  RawGroups* unknown = nullptr;
+  FileExtras& extras = ExtrasOf(mDb);
+  for (Item& item : mItems) {
+    if (item.place != Place::kTable) continue;
+    const std::string type = typeOf(item);
+    const size_t line = mTokens[item.begin].line;
+    if (type == "TABLE") {
+      table = AcDbSymbolTable::cast(db::Peek(item.id));
+      unknown = nullptr;
+      if (!table) {
+        extras.unknownTables.push_back(ToRaw(mTokens, item.begin, item.end));
+        unknown = &extras.unknownTables.back();
+        continue;
+      }
+      if (!fillObject(item, AcDbObjectId(), false)) return false;
+      mState.tables[static_cast<int>(item.table->table)] = item.id;
+      continue;
+    }
+    if (type == "ENDTAB") {
+      if (unknown) {
+        auto raw = ToRaw(mTokens, item.begin, item.end);
+        unknown->insert(unknown->end(), raw.begin(), raw.end());
+      }
+      table = nullptr;
+      unknown = nullptr;
+      continue;
+    }
+    if (unknown) {
+      auto raw = ToRaw(mTokens, item.begin, item.end);
+      unknown->insert(unknown->end(), raw.begin(), raw.end());
+      continue;
+    }
+    auto* record = AcDbSymbolTableRecord::cast(db::Peek(item.id));
+    if (!table || !record) return failAt(line, L"a table record outside its table");
+    if (!record->isKindOf(static_cast<AcDbSymbolTable*>(table)->recordClass()))
+      return failAt(line, FromUtf8(type) + L" in the wrong table");
+    if (auto* btr = AcDbBlockTableRecord::cast(record)) {
+      // Only the name is the host's; the rest is kept for the writer.
+      Head head = ParseHead(mTokens, item.begin, item.end, [this](std::uint64_t h) { return resolve(h); });
+      BlockExtras& b = extras.blocks[static_cast<AcDbStub*>(item.id)];
+      std::wstring name;
+      for (size_t k = head.body; k < head.end; ++k) {
+        const Token& t = mTokens[k];
+        if (t.code == 2 && name.empty()) name = FromUtf8(t.value);
+        else if (t.code != 100 && k < head.xdata) b.recordBody.push_back({t.code, t.value});
+      }
+      if (name.empty()) return failAt(line, L"BLOCK_RECORD: missing group 2");
+      btr->setName(name.c_str());
+      Access::setOwner(btr, table->objectId());
+      Access::setExtensionDictionary(btr, head.xdict);
+      resbuf* xdata = nullptr;
+      RawGroups xraw = ToRaw(mTokens, head.xdata, head.end);
+      GroupsToChain(xraw.data(), xraw.data() + xraw.size(), [this](std::uint64_t h) { return resolve(h); }, xdata);
+      Access::xdata(btr) = xdata;
+    } else if (!fillObject(item, table->objectId(), false)) {
+      return false;
+    }
+    AcDbObjectId existing;
+    if (table->getAt(record->getName(), existing, true) == Acad::eOk)
+      return failAt(line, FromUtf8(type) + L" \"" + record->getName() + L"\" appears twice");
+    Access::index(table, record, item.id);
+    // Standard records as the database knows them.
+    const std::wstring upper = ToUpper(record->getName());
+    if (AcDbLinetypeTableRecord::cast(record)) {
+      if (upper == L"BYLAYER") mState.byLayer = item.id;
+      if (upper == L"BYBLOCK") mState.byBlock = item.id;
+      if (upper == L"CONTINUOUS") mState.continuous = item.id;
+    } else if (AcDbLayerTableRecord::cast(record) && upper == L"0") {
+      mState.layerZero = item.id;
+    } else if (AcDbBlockTableRecord::cast(record)) {
+      if (upper == L"*MODEL_SPACE") mState.modelSpace = item.id;
+      if (upper == L"*PAPER_SPACE") mState.paperSpace = item.id;
+    }
+  }
+  return true;
+}
+
+bool Reader::fillBlocks() {
+  const Section* s = section("BLOCKS");
+  if (!s) return true;
+  FileExtras& extras = ExtrasOf(mDb);
+  AcDbObjectId block;
+  for (Item& item : mItems) {
+    if (item.place != Place::kBlocks) continue;
+    const std::string type = typeOf(item);
+    const size_t line = mTokens[item.begin].line;
+    if (type == "BLOCK") {
+      Head head = ParseHead(mTokens, item.begin, item.end, [this](std::uint64_t h) { return resolve(h); });
+      std::wstring name;
+      AcGePoint3d origin;
+      for (size_t k = head.body; k < head.end; ++k) {
+        const Token& t = mTokens[k];
+        if (t.code == 2 && name.empty()) name = FromUtf8(t.value);
+        if (t.code == 10) ParseReal(t.value, origin.x);
+        if (t.code == 20) ParseReal(t.value, origin.y);
+        if (t.code == 30) ParseReal(t.value, origin.z);
+      }
+      if (name.empty()) return failAt(line, L"BLOCK: missing group 2");
+      // R12 names the layouts' blocks differently.
+      if (EqualNoCase(name, L"$MODEL_SPACE")) name = ACDB_MODEL_SPACE;
+      if (EqualNoCase(name, L"$PAPER_SPACE")) name = ACDB_PAPER_SPACE;
+      block = ensureRecord(Table::kBlock, name.c_str(), [] { return static_cast<AcDbSymbolTableRecord*>(new AcDbBlockTableRecord); });
+      auto* btr = db::PeekAs<AcDbBlockTableRecord>(block);
+      if (!btr) return failAt(line, L"BLOCK \"" + name + L"\" cannot be made");
+      btr->setOrigin(origin);
+      BlockExtras& b = extras.blocks[static_cast<AcDbStub*>(block)];
+      b.beginHandle = item.handle;
+      b.beginBody = ToRaw(mTokens, head.body, head.end);
+      continue;
+    }
+    if (block.isNull()) return failAt(line, FromUtf8(type) + L" outside a block");
+    if (type == "ENDBLK") {
+      Head head = ParseHead(mTokens, item.begin, item.end, [this](std::uint64_t h) { return resolve(h); });
+      BlockExtras& b = extras.blocks[static_cast<AcDbStub*>(block)];
+      b.endHandle = item.handle;
+      b.endBody = ToRaw(mTokens, head.body, head.end);
+      block.setNull();
+      continue;
+    }
+    if (!fillObject(item, block, true)) return false;
+    auto* btr = db::PeekAs<AcDbBlockTableRecord>(block);
+    AcDbObject* obj = db::Peek(item.id);
+    Access::setOwner(obj, block);
+    Access::entities(btr).push_back(item.id);
+  }
+  if (!block.isNull()) return failAt(mTokens[s->end].line, L"a block without ENDBLK");
+  return true;
+}
+
+bool Reader::fillEntities(const Section& s) {
+  for (Item& item : mItems) {
+    if (item.place != Place::kEntities) continue;
+    // The owner: the block the entity names, else its space (67).
+    Head head = ParseHead(mTokens, item.begin, item.end, [this](std::uint64_t h) { return resolve(h); });
+    AcDbObjectId owner = head.owner;
+    if (!db::PeekAs<AcDbBlockTableRecord>(owner)) {
+      bool paper = false;
+      for (size_t k = head.body; k < head.xdata; ++k)
+        if (mTokens[k].code == 67) paper = mTokens[k].value.find('1') != std::string::npos;
+      owner = paper ? mState.paperSpace : mState.modelSpace;
+    }
+    if (!fillObject(item, owner, true)) return false;
+    Access::setOwner(db::Peek(item.id), owner);
+    Access::entities(db::PeekAs<AcDbBlockTableRecord>(owner)).push_back(item.id);
+  }
+  (void)s;
+  return true;
+}
+
+bool Reader::fillObjects() {
+  bool first = true;
+  for (Item& item : mItems) {
+    if (item.place != Place::kObjects) continue;
+    if (!fillObject(item, AcDbObjectId(), true)) return false;
+    // The first dictionary is the named-object dictionary.
+    if (first && AcDbDictionary::cast(db::Peek(item.id))) mState.namedObjects = item.id;
+    first = false;
+  }
+  return true;
+}
+
+AcDbObjectId Reader::ensureTable(Table t) {
+  AcDbObjectId& slot = mState.tables[static_cast<int>(t)];
+  if (!slot.isNull()) return slot;
+  for (const TableKind& k : kTables)
+    if (k.table == t) {
+      AcDbSymbolTable* table = k.make();
+      slot = AcDbObjectId(mState.add(mDb, table));
+    }
+  return slot;
+}
+
+AcDbObjectId Reader::ensureRecord(Table t, const wchar_t* name, AcDbSymbolTableRecord* (*make)()) {
+  auto* table = db::PeekAs<AcDbSymbolTable>(ensureTable(t));
+  AcDbObjectId id;
+  if (!table) return id;
+  if (table->getAt(name, id) == Acad::eOk) return id;
+  AcDbSymbolTableRecord* record = make();
+  record->setName(name);
+  if (table->add(id, record) != Acad::eOk) delete record;  // the table is open for write while reading
+  return id;
+}
+
+void Reader::complete() {
+  for (int t = 0; t < static_cast<int>(Table::kCount); ++t) ensureTable(static_cast<Table>(t));
+  auto linetype = [] { return static_cast<AcDbSymbolTableRecord*>(new AcDbLinetypeTableRecord); };
+  if (mState.byBlock.isNull()) mState.byBlock = ensureRecord(Table::kLinetype, L"ByBlock", linetype);
+  if (mState.byLayer.isNull()) mState.byLayer = ensureRecord(Table::kLinetype, L"ByLayer", linetype);
+  if (mState.continuous.isNull()) mState.continuous = ensureRecord(Table::kLinetype, L"Continuous", linetype);
+  if (mState.layerZero.isNull())
+    mState.layerZero = ensureRecord(Table::kLayer, L"0", [] { return static_cast<AcDbSymbolTableRecord*>(new AcDbLayerTableRecord); });
+  auto block = [] { return static_cast<AcDbSymbolTableRecord*>(new AcDbBlockTableRecord); };
+  if (mState.modelSpace.isNull()) mState.modelSpace = ensureRecord(Table::kBlock, ACDB_MODEL_SPACE, block);
+  if (mState.paperSpace.isNull()) mState.paperSpace = ensureRecord(Table::kBlock, ACDB_PAPER_SPACE, block);
+  mState.textstyle = ensureRecord(Table::kTextStyle, L"Standard", [] { return static_cast<AcDbSymbolTableRecord*>(new AcDbTextStyleTableRecord); });
+  ensureRecord(Table::kRegApp, L"ACAD", [] { return static_cast<AcDbSymbolTableRecord*>(new AcDbRegAppTableRecord); });
+  AcDbObjectId dimstyle = ensureRecord(Table::kDimStyle, L"Standard", [] { return static_cast<AcDbSymbolTableRecord*>(new AcDbDimStyleTableRecord); });
+  if (mState.dimstyle.isNull()) mState.dimstyle = dimstyle;
+  mState.clayer = mState.layerZero;
+  mState.celtype = mState.byLayer;
+
+  if (mState.namedObjects.isNull()) {
+    auto* nod = new AcDbDictionary;
+    mState.namedObjects = AcDbObjectId(mState.add(mDb, nod));
+  }
+  auto* nod = db::PeekAs<AcDbDictionary>(mState.namedObjects);
+  auto entry = [&](const wchar_t* key) {
+    AcDbObjectId id;
+    if (nod->getAt(key, id) == Acad::eOk) return id;
+    auto* dict = new AcDbDictionary;
+    if (nod->setAt(key, dict, id) != Acad::eOk) delete dict;
+    return id;
+  };
+  mState.groups = entry(L"ACAD_GROUP");
+  mState.layouts = entry(L"ACAD_LAYOUT");
+  ApplyOwnHeaderVars(mDb, mOwnVars);
+}
+
+bool Reader::run(std::wstring& error) {
+  if (!splitSections()) return error = mError, false;
+  if (!section("ENTITIES") && !section("TABLES"))
+    return error = AtLine(mTokens.empty() ? 1 : mTokens.front().line, L"no ENTITIES section: not a drawing"), false;
+  FileExtras& extras = ExtrasOf(mDb);
+  if (const Section* h = section("HEADER")) {
+    if (!ReadHeader(mTokens.data() + h->begin, mTokens.data() + h->end, mDb, mOwnVars, error)) return false;
+    extras.version = mOwnVars.count(L"ACADVER") ? mOwnVars[L"ACADVER"] : "";
+    std::uint64_t seed = 0;
+    if (mOwnVars.count(L"HANDSEED") && ParseHandle(mOwnVars[L"HANDSEED"], seed) && seed > mState.nextHandle)
+      mState.nextHandle = seed;
+  }
+  if (const Section* c = section("CLASSES")) extras.classes = ToRaw(mTokens, c->begin, c->end);
+  for (const char* name : {"THUMBNAILIMAGE", "ACDSDATA"})
+    if (const Section* o = section(name)) extras.otherSections.push_back({name, ToRaw(mTokens, o->begin, o->end)});
+  const std::pair<const char*, Place> places[] = {
+      {"TABLES", Place::kTable}, {"BLOCKS", Place::kBlocks}, {"ENTITIES", Place::kEntities}, {"OBJECTS", Place::kObjects}};
+  for (const auto& p : places)
+    if (const Section* s = section(p.first))
+      if (!collectItems(*s, p.second)) return error = mError, false;
+  if (!createObjects() || !fillTables()) return error = mError, false;
+  // The layouts' blocks and layer 0 exist before any entity is read.
+  auto block = [] { return static_cast<AcDbSymbolTableRecord*>(new AcDbBlockTableRecord); };
+  if (mState.modelSpace.isNull()) mState.modelSpace = ensureRecord(Table::kBlock, ACDB_MODEL_SPACE, block);
+  if (mState.paperSpace.isNull()) mState.paperSpace = ensureRecord(Table::kBlock, ACDB_PAPER_SPACE, block);
+  if (mState.layerZero.isNull())
+    mState.layerZero = ensureRecord(Table::kLayer, L"0", [] { return static_cast<AcDbSymbolTableRecord*>(new AcDbLayerTableRecord); });
+  if (mState.byLayer.isNull())
+    mState.byLayer = ensureRecord(Table::kLinetype, L"ByLayer", [] { return static_cast<AcDbSymbolTableRecord*>(new AcDbLinetypeTableRecord); });
+  if (!fillBlocks()) return error = mError, false;
+  if (const Section* s = section("ENTITIES"))
+    if (!fillEntities(*s)) return error = mError, false;
+  if (!fillObjects()) return error = mError, false;
+  complete();
+  if (!mError.empty()) return error = mError, false;
+  return true;
+}
+
+}  // namespace
+
+bool ReadDxf(const std::string& bytes, AcDbDatabase* db, std::wstring& error) {
+  std::vector<Token> tokens;
+  if (!Tokenize(bytes, tokens, error)) return false;
+  Reader reader(db, tokens);
+  const bool ok = reader.run(error);
+  // Everything the reader made is still open for write: done with it.
+  for (auto& stub : db->state().stubs)
+    if (stub->writer && stub->object) stub->object->close();
+  return ok;
+}
+
+}  // namespace kelhost::dxf

@@ -1,0 +1,12 @@
+// What every drawing file carries even when the drawing never used it,
+// added to the database before it is written so that readers (the CAD
+// program, ezdxf) find a complete structure: the "Normal" plot style name.
+#pragma once
+
+class AcDbDatabase;
+
+namespace kelhost::dxf {
+
+void CompleteForFile(AcDbDatabase* db);
+
+}  // namespace kelhost::dxf
