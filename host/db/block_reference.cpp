@@ -64,12 +64,13 @@ Acad::ErrorStatus AcDbAttributeDefinition::setPrompt(const ACHAR* prompt) {
 }
 
 void AcDbAttributeDefinition::dxfFields(kelhost::dxf::GroupFiler& f) {
-  AcDbText::dxfFields(f);
+  textFields(f);
   f.subclass(L"AcDbAttributeDefinition");
   f.text(3, mPrompt, L"", Presence::kAlways);
   TagField(f, mTag);
   f.int16(70, mFlags, 0, Presence::kAlways);
   f.int16(73, mFieldLength, 0, Presence::kUnlessDefault);
+  verticalModeField(f, 74);
 }
 
 // ---------------------------------------------------------------- attribute
@@ -106,11 +107,12 @@ Acad::ErrorStatus AcDbAttribute::setAttributeFromBlock(const AcDbAttributeDefini
 }
 
 void AcDbAttribute::dxfFields(kelhost::dxf::GroupFiler& f) {
-  AcDbText::dxfFields(f);
+  textFields(f);
   f.subclass(L"AcDbAttribute");
   TagField(f, mTag);
   f.int16(70, mFlags, 0, Presence::kAlways);
   f.int16(73, mFieldLength, 0, Presence::kUnlessDefault);
+  verticalModeField(f, 74);
 }
 
 // ---------------------------------------------------------------- block reference

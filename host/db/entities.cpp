@@ -147,6 +147,18 @@ Acad::ErrorStatus AcDbText::setNormal(const AcGeVector3d& n) {
 }
 
 void AcDbText::dxfFields(kelhost::dxf::GroupFiler& f) {
+  textFields(f);
+  f.subclass(L"AcDbText");
+  verticalModeField(f, 73);
+}
+
+void AcDbText::verticalModeField(kelhost::dxf::GroupFiler& f, int code) {
+  f.int16(code, mVertMode, 0, Presence::kAlways);
+  if (mHorzMode < 0 || mHorzMode > 5 || mVertMode < 0 || mVertMode > 3)
+    f.fail(L"bad text justification in group 72/" + std::to_wstring(code));
+}
+
+void AcDbText::textFields(kelhost::dxf::GroupFiler& f) {
   AcDbEntity::dxfFields(f);
   AcDbDatabase* db = f.database();
   f.subclass(L"AcDbText");
@@ -164,9 +176,6 @@ void AcDbText::dxfFields(kelhost::dxf::GroupFiler& f) {
   f.int16(72, mHorzMode, 0, Presence::kAlways);
   f.point(11, mAlignment, Presence::kAlways);
   f.vector(210, mNormal, AcGeVector3d::kZAxis, Presence::kAlways);
-  f.subclass(L"AcDbText");
-  f.int16(73, mVertMode, 0, Presence::kAlways);
-  if (mHorzMode < 0 || mHorzMode > 5 || mVertMode < 0 || mVertMode > 3) f.fail(L"bad text justification in group 72/73");
 }
 
 // ---------------------------------------------------------------- lightweight polyline

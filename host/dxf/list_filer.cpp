@@ -148,12 +148,25 @@ void ListReader::subclass(const wchar_t* marker) {
           break;
         }
       mMarkerPos = mEnd;
+      mScoped = true;
       return;
     }
   }
   // A list without this marker: its groups are looked for everywhere.
   mBegin = 0;
   mEnd = mGroups.size();
+  mScoped = false;
+}
+
+// Outside its own subclass a group is only taken from where no other
+// subclass claims it: before the first marker, or anywhere in a list whose
+// markers do not match. A group after another subclass's marker (such as
+// 71 in an attribute definition) belongs to that subclass.
+bool ListReader::claimable(size_t i) const {
+  if (!mScoped) return true;
+  for (size_t j = 0; j < i; ++j)
+    if (mGroups[j]->restype == 100) return false;
+  return true;
 }
 
 const resbuf* ListReader::take(int code, Presence p) {
@@ -161,7 +174,7 @@ const resbuf* ListReader::take(int code, Presence p) {
     if (!mUsed[i] && mGroups[i]->restype == code) return mUsed[i] = true, mGroups[i];
   if (!mInRepeat) {
     for (size_t i = 0; i < mGroups.size(); ++i)
-      if (!mUsed[i] && mGroups[i]->restype == code) return mUsed[i] = true, mGroups[i];
+      if (!mUsed[i] && mGroups[i]->restype == code && claimable(i)) return mUsed[i] = true, mGroups[i];
   }
   if (p == Presence::kRequired && !mModify) fail(L"missing group " + std::to_wstring(code));
   return nullptr;

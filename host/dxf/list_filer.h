@@ -72,9 +72,11 @@ class ListReader : public GroupFiler {
   const resbuf* take(int code, Presence p);
   std::vector<const resbuf*> mGroups;
   std::vector<bool> mUsed;
+  bool claimable(size_t index) const;
   size_t mBegin = 0, mEnd = 0;      // the current scope
   size_t mMarkerPos = 0;            // where the next marker search starts
   bool mHasMarkers = false;
+  bool mScoped = false;             // the current subclass's marker was found
   bool mModify;
   bool mInRepeat = false;
   size_t mSavedBegin = 0, mSavedEnd = 0;

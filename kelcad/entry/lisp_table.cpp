@@ -5,6 +5,7 @@
 #include "kelcad/entry/lisp_handlers.h"
 #include "kelcad/entry/not_available.h"
 #include "kelcad/lisp/file_handlers.h"
+#include "kelcad/lisp/geometry_handlers.h"
 #include "kelcad/lisp/ini_handlers.h"
 #include "kelcad/platform.h"
 
@@ -38,7 +39,7 @@ const LispFunctionRow kTable[kLispFunctionCount] = {
     {L"kel_getckddw", kNotBuilt, 0},             // 16
     {L"kel_kzsjxz", kNotBuilt, 0},               // 17
     {L"kel_entmakecircle", kNotBuilt, 0},        // 18
-    {L"kel_lineplineint", kNotBuilt, 0},         // 19
+    {L"kel_lineplineint", KEL_LinePLineInt, 0},  // 19
     {L"kel_clearundo", kNotBuilt, 0},            // 20
     {L"kel_waiting", KEL_Waiting, 0},            // 21
     {L"kel_entmaketext", kNotBuilt, 0},          // 22

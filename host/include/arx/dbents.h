@@ -186,6 +186,10 @@ class AcDbText : public AcDbEntity {
 
  protected:
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;
+  // The groups every text-like entity shares (AcDbText's first subclass).
+  void textFields(kelhost::dxf::GroupFiler& filer);
+  // The vertical justification: group 73 in TEXT, 74 in attributes.
+  void verticalModeField(kelhost::dxf::GroupFiler& filer, int code);
 
  private:
   AcGePoint3d mPosition, mAlignment;
