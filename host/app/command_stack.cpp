@@ -3,7 +3,9 @@
 #include <memory>
 #include <vector>
 
+#include "app/discipline.h"
 #include "app/editor.h"
+#include "db/stub.h"
 #include "kelhost/text.h"
 
 namespace kelhost::app {
@@ -101,9 +103,11 @@ bool RunCommand(const std::wstring& name) {
   if (!cmd) return false;
   std::wstring global = cmd->globalName();
   AcRxFunctionPtr fn = cmd->functionAddr();
+  const int openBefore = db::OpenObjectCount();
   NotifyCommandWillStart(global);
   fn();
   NotifyCommandEnded(global);
+  CheckNothingLeftOpen(openBefore, L"command " + global);
   return true;
 }
 

@@ -5,6 +5,7 @@
 
 #include "app/app_state.h"
 #include "app/command_line.h"
+#include "app/discipline.h"
 #include "app/command_stack.h"
 #include "app/module_loader.h"
 #include "db/stub.h"
@@ -83,5 +84,6 @@ bool Host::isCommand(const std::wstring& name) const {
 
 // Objects of every database opened and not yet closed.
 int Host::openObjectCount() const { return db::OpenObjectCount(); }
+int Host::disciplineViolations() const { return app::DisciplineViolations(); }
 
 }  // namespace kelhost

@@ -4,6 +4,8 @@
 
 #include <cstddef>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "arx/dbmain.h"
 
@@ -37,6 +39,8 @@ T* PeekAs(AcDbObjectId id) {
 // Objects opened (or added) and not yet closed, over all databases.
 int OpenObjectCount();
 void AdjustOpenCount(int delta);
+// One line per object still open: handle, DXF name and how it is open.
+std::vector<std::wstring> DescribeOpenObjects();
 
 // Told before an object is first opened for write and after an object
 // joins a database: where an undo journal records prior states.

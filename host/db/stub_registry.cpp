@@ -2,6 +2,8 @@
 // observer of writes.
 #include <unordered_set>
 
+#include "arx/wformat.h"
+
 #include "db/stub.h"
 
 namespace kelhost::db {
@@ -25,6 +27,18 @@ AcDbObject* Peek(AcDbObjectId id) {
 }
 
 int OpenObjectCount() { return gOpenCount; }
+
+std::vector<std::wstring> DescribeOpenObjects() {
+  std::vector<std::wstring> lines;
+  for (const AcDbStub* stub : LiveStubs()) {
+    if (!stub->writer && stub->readers == 0 && stub->notifiers == 0) continue;
+    std::wstring handle = WFormat(L"%llX", static_cast<unsigned long long>(stub->handle));
+    const AcRxClass* cls = stub->object ? stub->object->isA() : nullptr;
+    std::wstring how = stub->writer ? L"for write" : (stub->readers ? L"for read" : L"for notify");
+    lines.push_back(handle + L" " + (cls && cls->dxfName() ? cls->dxfName() : L"?") + L" " + how);
+  }
+  return lines;
+}
 void AdjustOpenCount(int delta) { gOpenCount += delta; }
 
 void SetObjectObserver(ObjectObserver* observer) { gObserver = observer; }

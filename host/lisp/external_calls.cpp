@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "app/app_state.h"
+#include "app/discipline.h"
+#include "db/stub.h"
 #include "arx/acutads.h"
 
 namespace kelhost::lispbridge {
@@ -22,7 +24,7 @@ std::map<std::pair<void*, int>, int (*)()>& DirectHandlers() {
 
 class ModuleCallHandler : public lisp::ExternalHandler {
  public:
-  lisp::ExternalResult invoke(void* owner, int code, const std::wstring&, resbuf* args) override {
+  lisp::ExternalResult invoke(void* owner, int code, const std::wstring& name, resbuf* args) override {
     lisp::ExternalResult result;
     app::LoadedModule* module = app::FindModule(owner);
     if (!module) return result;
@@ -30,12 +32,14 @@ class ModuleCallHandler : public lisp::ExternalHandler {
     frame.code = code;
     frame.args = args;
     Frames().push_back(&frame);
+    const int openBefore = db::OpenObjectCount();
     auto direct = DirectHandlers().find({owner, code});
     if (direct != DirectHandlers().end())
       direct->second();
     else
       app::SendMessage(*module, AcRx::kInvkSubrMsg);
     Frames().pop_back();
+    app::CheckNothingLeftOpen(openBefore, L"(" + name + L")");
     result.isVoid = frame.isVoid;
     result.value = frame.result;
     return result;

@@ -14,6 +14,17 @@ void FixCommand() { Log(L"fixcmd"); }
 // (fix_echo args...): gives its arguments back as a list.
 void Echo() { acedRetList(acedGetArgs()); }
 
+// (fix_leak) opens the named-object dictionary and keeps it open, breaking
+// the discipline on purpose; (fix_close) closes it again.
+AcDbObject* gLeaked = nullptr;
+void Leak() {
+  if (!gLeaked) acdbOpenObject(gLeaked, acdbCurDwg()->namedObjectsDictionaryId(), AcDb::kForRead);
+}
+void CloseLeaked() {
+  if (gLeaked) gLeaked->close();
+  gLeaked = nullptr;
+}
+
 }  // namespace
 
 extern "C" __attribute__((visibility("default"))) int DllMain(void*, unsigned reason, void*) {
@@ -40,11 +51,14 @@ extern "C" __attribute__((visibility("default"))) AcRx::AppRetCode acrxEntryPoin
       acedDefun(L"fix_int", 3);
       acedDefun(L"fix_str", 4);
       acedDefun(L"fix_code", 5);
+      acedDefun(L"fix_leak", 6);
+      acedDefun(L"fix_close", 7);
       break;
     case AcRx::kUnloadDwgMsg:
       Log(L"unload-dwg");
-      for (int code = 1; code <= 5; ++code) {
-        static const wchar_t* names[] = {L"fix_echo", L"fix_void", L"fix_int", L"fix_str", L"fix_code"};
+      for (int code = 1; code <= 7; ++code) {
+        static const wchar_t* names[] = {L"fix_echo", L"fix_void", L"fix_int", L"fix_str",
+                                         L"fix_code", L"fix_leak", L"fix_close"};
         acedUndef(names[code - 1], code);
       }
       break;
@@ -55,6 +69,8 @@ extern "C" __attribute__((visibility("default"))) AcRx::AppRetCode acrxEntryPoin
         case 3: acedRetInt(100000); break;
         case 4: acedRetStr(L"\x4e2d\x6587 text"); break;
         case 5: acedRetInt(acedGetFunCode()); break;
+        case 6: Leak(); break;
+        case 7: CloseLeaked(); break;
         default: break;
       }
       break;

@@ -99,5 +99,6 @@ int main(int argc, char** argv) {
   if (!host.atLineStart()) host.writeCommandLine(L"\n");
   std::fflush(stdout);
   if (!saved) return Fatal(kelhost::ToUtf8(why));
-  return console.hadError() ? 1 : 0;
+  // An AutoLISP error, or an object some call left open, fails the run.
+  return console.hadError() || host.disciplineViolations() > 0 ? 1 : 0;
 }

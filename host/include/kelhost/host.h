@@ -44,6 +44,9 @@ class Host {
 
   // Objects opened and not yet closed (discipline check after each call).
   int openObjectCount() const;
+  // External functions and commands that returned with objects still open;
+  // each is reported on standard error with the objects it left.
+  int disciplineViolations() const;
 
  private:
   Host();

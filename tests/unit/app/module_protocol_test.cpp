@@ -79,6 +79,23 @@ TEST_F(ModuleProtocol, CommandsRunByGlobalOrLocalNameAndLeaveWithTheirGroup) {
   EXPECT_EQ(eval(L"(boundp 'fix_echo)"), L"nil");
 }
 
+TEST_F(ModuleProtocol, ACallThatLeavesAnObjectOpenIsReported) {
+  ASSERT_TRUE(load());
+  kelhost::Host& host = kelhost::Host::instance();
+  const int before = host.disciplineViolations();
+  eval(L"(fix_echo 1)");
+  EXPECT_EQ(host.disciplineViolations(), before);
+  testing::internal::CaptureStderr();
+  eval(L"(fix_leak)");
+  std::string report = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(host.disciplineViolations(), before + 1);
+  EXPECT_EQ(host.openObjectCount(), 1);
+  EXPECT_NE(report.find("(FIX_LEAK) left 1 object(s) open"), std::string::npos) << report;
+  EXPECT_NE(report.find("DICTIONARY for read"), std::string::npos) << report;
+  eval(L"(fix_close)");
+  EXPECT_EQ(host.openObjectCount(), 0);
+}
+
 TEST_F(ModuleProtocol, ALockedApplicationStaysUntilExit) {
   setenv("FIXTURE_LOCKED", "1", 1);
   ASSERT_TRUE(load());
