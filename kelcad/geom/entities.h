@@ -19,3 +19,8 @@ int gl_getline(const ads_name ename, linfo* out, double normal[3]);
 // value bytes of the last item, the end angle in normal[0], not the
 // extrusion direction: long-standing behaviour that callers rely on.
 int acs_getarc(const ads_name ename, atype* arc, double normal[3]);
+
+// Marks pt with a red POINT on layer "0" drawn in the marker style
+// (PDMODE 36), highlighted; PDMODE is then set to 0, not to the value it
+// had, as the family's tools have always left it. Always returns 1.
+int gl_mark_point(const double pt[3]);

@@ -20,8 +20,9 @@ set(ENV{XDG_CONFIG_HOME} ${WORK}/home/.config)
 set(ENV{XDG_DATA_HOME} ${WORK}/home/.local/share)
 unset(ENV{KELCAD_ARX})
 run(${WORK}/prefix/bin/kelcad --arx ${WORK}/build/KELSIB.arx
-    --eval "(kelsib_check '(1 2 3) '(1 2 7))")
-set(expected "(3 T)\n")
+    --eval "(kelsib_check '(1 2 3) '(1 2 7))"
+    --eval "(kelsib_area '(0 0 0) '(10 0 0) '(10 10 0) '(0 10 0))")
+set(expected "(3 T)\n100.0\n")
 if(NOT LAST_OUTPUT STREQUAL expected)
   message(FATAL_ERROR "sibling answered [${LAST_OUTPUT}], expected [${expected}]")
 endif()

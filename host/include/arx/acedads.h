@@ -74,3 +74,9 @@ int acedSSName(const ads_name ss, Adesk::Int32 i, ads_name entres);
 // coordinate system); RT3DPOINT (the object coordinate system of that
 // extrusion direction). RTNORM, RTERROR for a bad system or argument.
 int acedTrans(const ads_point pt, const resbuf* from, const resbuf* to, int disp, ads_point result);
+
+// Redraws an entity (mode 1 redraw, 2 undraw, 3 highlight, 4 unhighlight)
+// or, with a null name, the whole view. The headless host has no screen:
+// it checks the arguments: RTNORM, or RTERROR for a name that is not an
+// entity of the drawing or a mode outside 1..4.
+int acedRedraw(const ads_name ent, int mode);

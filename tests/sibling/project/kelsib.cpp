@@ -20,6 +20,10 @@ int Check() {
   return RTNORM;
 }
 
+// (kelsib_area p1 p2 ...): the area the points enclose, by the module's
+// geometry kernel.
+int Area() { return acedRetReal(acs_js_area(acedGetArgs())); }
+
 }  // namespace
 
 extern "C" __attribute__((visibility("default"))) AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode msg, void* appId) {
@@ -30,12 +34,15 @@ extern "C" __attribute__((visibility("default"))) AcRx::AppRetCode acrxEntryPoin
       break;
     case AcRx::kLoadDwgMsg:
       acedDefun(L"kelsib_check", 1);
+      acedDefun(L"kelsib_area", 2);
       break;
     case AcRx::kUnloadDwgMsg:
       acedUndef(L"kelsib_check", 1);
+      acedUndef(L"kelsib_area", 2);
       break;
     case AcRx::kInvkSubrMsg:
       if (acedGetFunCode() == 1) Check();
+      if (acedGetFunCode() == 2) Area();
       break;
     default:
       break;

@@ -252,3 +252,33 @@ TEST_F(Drawing, CrossingsLieOnBothCurves) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST_F(Drawing, MarkPointLeavesARedPointAndPdmodeZero) {
+  resbuf pd;
+  pd.rbnext = nullptr;
+  pd.restype = RTSHORT;
+  pd.resval.rint = 35;
+  ASSERT_EQ(acedSetVar(L"PDMODE", &pd), RTNORM);
+  const double at[3] = {3, 4, 0};
+  EXPECT_EQ(gl_mark_point(at), 1);
+  ads_name last;
+  ASSERT_EQ(acdbEntLast(last), RTNORM);
+  resbuf* list = acdbEntGet(last);
+  ASSERT_NE(list, nullptr);
+  int found = 0;
+  for (resbuf* rb = list; rb; rb = rb->rbnext) {
+    if (rb->restype == 0) found += std::wstring(rb->resval.rstring) == L"POINT";
+    if (rb->restype == 62) found += rb->resval.rint == 1;
+    if (rb->restype == 10) found += rb->resval.rpoint[0] == 3 && rb->resval.rpoint[1] == 4;
+  }
+  acutRelRb(list);
+  EXPECT_EQ(found, 3);
+  resbuf now;
+  ASSERT_EQ(acedGetVar(L"PDMODE", &now), RTNORM);
+  EXPECT_EQ(now.resval.rint, 0);  // not the 35 it had
+  EXPECT_EQ(acedRedraw(last, 5), RTERROR);
+}
+
+}  // namespace

@@ -1,0 +1,14 @@
+// Redrawing: the headless host has no screen, so a redraw only checks that
+// it names something drawable.
+#include "arx/arxheaders.h"
+
+int acedRedraw(const ads_name ent, int mode) {
+  if (!ent || ads_name_nil(ent)) return RTNORM;  // the whole view
+  if (mode < 1 || mode > 4) return RTERROR;
+  AcDbObjectId id;
+  if (acdbGetObjectId(id, ent) != Acad::eOk) return RTERROR;
+  AcDbEntity* entity = nullptr;
+  if (acdbOpenObject(entity, id, AcDb::kForRead) != Acad::eOk) return RTERROR;
+  entity->close();
+  return RTNORM;
+}
