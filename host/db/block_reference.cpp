@@ -6,6 +6,7 @@
 #include "arx/dbsymtb.h"
 #include "db/curve_geometry.h"
 #include "db/rx_define.h"
+#include "db/setters.h"
 #include "db/sequences.h"
 #include "db/stub.h"
 #include "dxf/group_filer.h"
@@ -16,13 +17,6 @@ using kelhost::dxf::Presence;
 KELHOST_RX_DEFINE(AcDbAttributeDefinition, AcDbText, L"ATTDEF")
 KELHOST_RX_DEFINE(AcDbAttribute, AcDbText, L"ATTRIB")
 KELHOST_RX_DEFINE(AcDbBlockReference, AcDbEntity, L"INSERT")
-
-#define KELHOST_SET(member, value)                  \
-  do {                                              \
-    if (!writable()) return Acad::eNotOpenForWrite; \
-    member = value;                                 \
-    return Acad::eOk;                               \
-  } while (0)
 
 namespace {
 bool ValidTag(const ACHAR* tag) { return tag && *tag && !std::wcschr(tag, L' '); }

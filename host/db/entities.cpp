@@ -7,6 +7,7 @@
 #include "arx/dbents.h"
 #include "arx/dbdatabase.h"
 #include "db/rx_define.h"
+#include "db/setters.h"
 #include "dxf/group_filer.h"
 
 using kelhost::dxf::Presence;
@@ -18,14 +19,6 @@ KELHOST_RX_DEFINE(AcDbArc, AcDbCircle, L"ARC")
 KELHOST_RX_DEFINE(AcDbPoint, AcDbEntity, L"POINT")
 KELHOST_RX_DEFINE(AcDbText, AcDbEntity, L"TEXT")
 KELHOST_RX_DEFINE(AcDbPolyline, AcDbCurve, L"LWPOLYLINE")
-
-// Every setter needs write access; this keeps them one line each.
-#define KELHOST_SET(member, value)                       \
-  do {                                                   \
-    if (!writable()) return Acad::eNotOpenForWrite;      \
-    member = value;                                      \
-    return Acad::eOk;                                    \
-  } while (0)
 
 namespace {
 bool UsableNormal(const AcGeVector3d& n) { return !n.isZeroLength(); }

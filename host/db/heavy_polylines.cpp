@@ -4,6 +4,7 @@
 #include "arx/dbpoly.h"
 #include "db/curve_geometry.h"
 #include "db/rx_define.h"
+#include "db/setters.h"
 #include "db/sequences.h"
 #include "db/stub.h"
 #include "dxf/group_filer.h"
@@ -16,13 +17,6 @@ KELHOST_RX_DEFINE(AcDb2dVertex, AcDbVertex, L"VERTEX")
 KELHOST_RX_DEFINE(AcDb3dPolylineVertex, AcDbVertex, L"VERTEX")
 KELHOST_RX_DEFINE(AcDb2dPolyline, AcDbCurve, L"POLYLINE")
 KELHOST_RX_DEFINE(AcDb3dPolyline, AcDbCurve, L"POLYLINE")
-
-#define KELHOST_SET(member, value)                  \
-  do {                                              \
-    if (!writable()) return Acad::eNotOpenForWrite; \
-    member = value;                                 \
-    return Acad::eOk;                               \
-  } while (0)
 
 namespace {
 // The vertices that are not erased, in order.

@@ -7,6 +7,7 @@
 #include "arx/acdbads.h"
 #include "db/database_state.h"
 #include "db/rx_define.h"
+#include "db/setters.h"
 #include "dxf/access.h"
 #include "dxf/group_filer.h"
 #include "kelhost/text.h"
@@ -24,12 +25,6 @@ KELHOST_RX_DEFINE(AcDbUCSTableRecord, AcDbSymbolTableRecord, L"UCS")
 KELHOST_RX_DEFINE(AcDbViewportTableRecord, AcDbSymbolTableRecord, L"VPORT")
 KELHOST_RX_DEFINE(AcDbRegAppTableRecord, AcDbSymbolTableRecord, L"APPID")
 
-#define KELHOST_SET(member, value)                       \
-  do {                                                   \
-    if (!writable()) return Acad::eNotOpenForWrite;      \
-    member = value;                                      \
-    return Acad::eOk;                                    \
-  } while (0)
 #define KELHOST_SET_VOID(member, value) \
   do {                                  \
     if (writable()) member = value;     \

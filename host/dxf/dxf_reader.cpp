@@ -625,9 +625,9 @@ bool Reader::run(std::wstring& error) {
   if (const Section* h = section("HEADER")) {
     if (!ReadHeader(mTokens.data() + h->begin, mTokens.data() + h->end, mDb, mOwnVars, error)) return false;
     extras.version = mOwnVars.count(L"ACADVER") ? mOwnVars[L"ACADVER"] : "";
-    std::uint64_t seed = 0;
-    if (mOwnVars.count(L"HANDSEED") && ParseHandle(mOwnVars[L"HANDSEED"], seed) && seed > mState.nextHandle)
-      mState.nextHandle = seed;
+    std::uint64_t handSeed = 0;
+    if (mOwnVars.count(L"HANDSEED") && ParseHandle(mOwnVars[L"HANDSEED"], handSeed) && handSeed > mState.nextHandle)
+      mState.nextHandle = handSeed;
   }
   if (const Section* c = section("CLASSES")) extras.classes = ToRaw(mTokens, c->begin, c->end);
   for (const char* name : {"THUMBNAILIMAGE", "ACDSDATA"})

@@ -75,22 +75,22 @@ TEST_F(RoundTrip, SavingTwiceGivesTheSameFileAndNewHandlesStayAboveTheSeed) {
   ASSERT_EQ(db->saveAs(wpath("second.dxf").c_str()), Acad::eOk);
   EXPECT_EQ(readText("first.dxf"), readText("second.dxf"));
 
-  // The written seed lies above every handle in the file.
+  // The written handle nextHandle ($HANDSEED) lies above every handle in the file.
   const std::string text = readText("second.dxf");
   const size_t at = text.find("$HANDSEED\n  5\n");
   ASSERT_NE(at, std::string::npos);
-  const unsigned long long seed = std::stoull(text.substr(at + 14, text.find('\n', at + 14) - at - 14), nullptr, 16);
+  const unsigned long long nextHandle = std::stoull(text.substr(at + 14, text.find('\n', at + 14) - at - 14), nullptr, 16);
   std::istringstream lines(text.substr(text.find("ENDSEC")));  // objects, after the header
   std::string code, value;
   unsigned long long highest = 0;
   while (std::getline(lines, code) && std::getline(lines, value))
     if (code == "  5" || code == "105") highest = std::max(highest, std::stoull(value, nullptr, 16));
-  EXPECT_GT(seed, highest);
+  EXPECT_GT(nextHandle, highest);
 
   // A new entity takes a handle no object of the file has.
   ASSERT_EQ(eval(L"(entmake '((0 . \"POINT\") (10 1.0 1.0 0.0)))").find(L"error"), std::wstring::npos);
   const std::wstring handle = eval(L"(cdr (assoc 5 (entget (entlast))))");
-  EXPECT_GE(std::stoull(kelhost::ToUtf8(handle.substr(1, handle.size() - 2)), nullptr, 16), seed);
+  EXPECT_GE(std::stoull(kelhost::ToUtf8(handle.substr(1, handle.size() - 2)), nullptr, 16), nextHandle);
 }
 
 TEST_F(RoundTrip, HeaderVariablesKnownAndUnknownSurvive) {

@@ -42,7 +42,7 @@ inline std::vector<double> Pt(double x, double y) { return {x, y, 0}; }
 
 struct Random {
   std::mt19937 engine;
-  explicit Random(unsigned seed) : engine(seed) {}
+  explicit Random(unsigned start) : engine(start) {}
   double operator()(double lo, double hi) { return std::uniform_real_distribution<double>(lo, hi)(engine); }
 };
 

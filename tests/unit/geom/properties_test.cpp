@@ -1,4 +1,4 @@
-// Properties over many random figures (fixed seeds): intersections lie on
+// Properties over many random figures (fixed random streams): intersections lie on
 // both curves; constructed circles touch what they should, on the side
 // asked for; areas are the shoelace sum; the point-in-polygon test agrees
 // with an even-odd count.
