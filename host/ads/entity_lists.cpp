@@ -273,6 +273,8 @@ int acdbEntDel(const ads_name ent) {
   if (id.isNull() || AcDbSymbolTableRecord::cast(kelhost::db::Peek(id)) ||
       AcDbSymbolTable::cast(kelhost::db::Peek(id)))
     return RTERROR;
+  // Vertices, attributes and SEQENDs go only with their main entity.
+  if (ads::MainEntityOf(id) != static_cast<AcDbStub*>(id)) return RTERROR;
   if (acdbOpenObject(object, id, AcDb::kForWrite, true) != Acad::eOk) return RTERROR;
   Acad::ErrorStatus es = object->erase(!object->isErased());
   object->close();

@@ -14,7 +14,8 @@
 namespace kelhost::ads {
 
 // A new object for a list of that type: POLYLINE and VERTEX lists with the
-// 3D bit in group 70 (8, 32) give the 3D classes.
+// 3D bit in group 70 (8, 32) give the 3D classes, an INSERT list with more
+// than one column (70) or row (71) an array (AcDbMInsertBlock).
 std::unique_ptr<AcDbObject> NewObjectForList(const std::wstring& type, const resbuf* list);
 
 // Reads a list into a new object that is not in any database (xdata

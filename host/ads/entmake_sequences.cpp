@@ -205,10 +205,10 @@ bool StartBlock(const resbuf* list) {
 }  // namespace
 
 std::unique_ptr<AcDbObject> NewObjectForList(const std::wstring& type, const resbuf* list) {
-  const std::wstring upper = ToUpper(type);
-  if (upper == L"POLYLINE" && (Flags(list) & 8)) return std::make_unique<AcDb3dPolyline>();
-  if (upper == L"VERTEX" && (Flags(list) & 32)) return std::make_unique<AcDb3dPolylineVertex>();
-  return dxf::NewObjectOfType(type);
+  return dxf::NewObjectOfType(type, [list](int code, long fallback) -> long {
+    const resbuf* rb = Find(list, code);
+    return rb ? rb->resval.rint : fallback;
+  });
 }
 
 const std::wstring& LastBlockName() { return LastName; }
@@ -297,10 +297,11 @@ bool MakeInSequence(const resbuf* list, AcDbObjectId& made, int& rc) {
 AcDbObjectId NextInSequence(AcDbObjectId id) {
   AcDbObject* object = db::Peek(id);
   if (!object) return AcDbObjectId::kNull;
+  // The SEQEND of an erased entity is erased with it: nothing to walk.
   auto firstLive = [](const AcDbSubentSequence& seq, size_t from) {
     for (size_t i = from; i < seq.items.size(); ++i)
       if (!seq.items[i].isErased()) return seq.items[i];
-    return seq.end;
+    return seq.end.isErased() ? AcDbObjectId::kNull : seq.end;
   };
   if (AcDbSubentSequence* seq = db::SequenceOf(object)) return seq->items.empty() ? AcDbObjectId::kNull : firstLive(*seq, 0);
   AcDbSubentSequence* owner = db::SequenceOf(db::Peek(object->ownerId()));

@@ -18,16 +18,19 @@ namespace {
 
 // The list tblsearch and tblnext give: the record's groups without its
 // name, handle, owner, subclass and newer (plot, lineweight, material)
-// groups. A block is described by its BLOCK entity with its first entity.
+// groups. A block is described by its BLOCK entity (with an external
+// reference's path) and its first entity.
 resbuf* TableList(AcDbSymbolTableRecord* record) {
   if (auto* block = AcDbBlockTableRecord::cast(record)) {
     dxf::ListWriter w(block->database());
     w.addText(0, L"BLOCK");
     w.addText(2, block->getName());
-    if (resbuf* rb = w.add(70))
-      rb->resval.rint = static_cast<short>((block->isAnonymous() ? 1 : 0) | (block->hasAttributeDefinitions() ? 2 : 0));
+    if (resbuf* rb = w.add(70)) rb->resval.rint = dxf::Access::flags(block);
     AcGePoint3d origin = block->origin();
     w.point(10, origin, dxf::Presence::kAlways);
+    const ACHAR* path = nullptr;
+    if (block->isFromExternalReference() && block->pathName(path) == Acad::eOk && path && *path)
+      w.addText(1, path);
     for (const AcDbObjectId& id : block->entityIds())
       if (!id.isErased()) {
         w.addName(-2, id);

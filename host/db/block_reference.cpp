@@ -146,22 +146,75 @@ Acad::ErrorStatus AcDbBlockReference::appendAttribute(AcDbObjectId& id, AcDbAttr
 }
 
 namespace {
-// The block's entities and the reference's attributes, not erased.
+// A block that contains a reference to itself would be measured forever:
+// nesting this deep is taken for that, and the whole measure fails.
+class NestingGuard {
+ public:
+  NestingGuard() : mOk(++sDepth <= 64 && !sTripped) { sTripped = sTripped || !mOk; }
+  ~NestingGuard() {
+    if (--sDepth == 0) sTripped = false;
+  }
+  NestingGuard(const NestingGuard&) = delete;
+  NestingGuard& operator=(const NestingGuard&) = delete;
+  bool ok() const { return mOk && !sTripped; }
+  static bool tripped() { return sTripped; }
+
+ private:
+  static thread_local int sDepth;
+  static thread_local bool sTripped;
+  bool mOk;
+};
+thread_local int NestingGuard::sDepth = 0;
+thread_local bool NestingGuard::sTripped = false;
+
+// The block's entities and the reference's attributes, not erased (until
+// a measure fails).
 template <class Fn>
 void ForEachPart(const AcDbBlockReference& ref, const AcDbSubentSequence& attributes, Fn fn) {
   const AcGeMatrix3d xform = ref.blockTransform();
   if (auto* block = kelhost::db::PeekAs<AcDbBlockTableRecord>(ref.blockTableRecord()))
-    for (const AcDbObjectId& id : block->entityIds())
+    for (const AcDbObjectId& id : block->entityIds()) {
+      if (NestingGuard::tripped()) return;
       if (!id.isErased())
         if (auto* e = kelhost::db::PeekAs<AcDbEntity>(id))
           if (!AcDbAttributeDefinition::cast(e)) fn(*e, xform);
-  for (const AcDbObjectId& id : attributes.items)
-    if (!id.isErased())
-      if (auto* e = kelhost::db::PeekAs<AcDbEntity>(id)) fn(*e, AcGeMatrix3d::kIdentity);
+    }
+  for (AcDbEntity* e : kelhost::db::LiveSubentities(attributes)) fn(*e, AcGeMatrix3d::kIdentity);
+}
+
+// A reference's placement: what blockTransform() is built from.
+struct Placement {
+  AcGePoint3d position;
+  AcGeVector3d normal, scale;
+  double rotation = 0.0;
+};
+
+// The placement after m, or false when m bends the reference's axes so
+// that no scale factors can say it. The Y and Z scale factors keep their
+// signs; a mirroring turns the X scale factor round.
+bool PlacementAfter(const AcDbBlockReference& ref, const AcGeMatrix3d& m, Placement& out) {
+  const AcGeMatrix3d axes =
+      AcGeMatrix3d::planeToWorld(ref.normal()) * AcGeMatrix3d::rotation(ref.rotation(), AcGeVector3d::kZAxis);
+  const AcGeVector3d x = m * (axes * AcGeVector3d::kXAxis), y = m * (axes * AcGeVector3d::kYAxis),
+                     z = m * (axes * AcGeVector3d::kZAxis);
+  if (x.isZeroLength() || y.isZeroLength() || z.isZeroLength()) return false;
+  const AcGeVector3d xu = x.normal(), yu = y.normal(), zu = z.normal();
+  const double tol = 1e-9;
+  if (std::fabs(xu.dotProduct(yu)) > tol || std::fabs(xu.dotProduct(zu)) > tol || std::fabs(yu.dotProduct(zu)) > tol)
+    return false;
+  const bool mirrored = xu.crossProduct(yu).dotProduct(zu) < 0;
+  const AcGeVector3d s = ref.scaleFactors();
+  out.position = m * ref.position();
+  out.normal = zu;
+  out.rotation = kelhost::geom::OcsAngle(zu, yu.crossProduct(zu));
+  out.scale = AcGeVector3d((mirrored ? -s.x : s.x) * x.length(), s.y * y.length(), s.z * z.length());
+  return true;
 }
 }  // namespace
 
 Acad::ErrorStatus AcDbBlockReference::getGeomExtents(AcDbExtents& extents) const {
+  NestingGuard guard;
+  if (!guard.ok()) return Acad::eInvalidExtents;
   AcDbExtents box;
   ForEachPart(*this, mSequence, [&](const AcDbEntity& e, const AcGeMatrix3d& m) {
     AcDbExtents part;
@@ -170,12 +223,14 @@ Acad::ErrorStatus AcDbBlockReference::getGeomExtents(AcDbExtents& extents) const
       box.addExt(part);
     }
   });
-  if (box.isEmpty()) return Acad::eInvalidExtents;
+  if (box.isEmpty() || !guard.ok()) return Acad::eInvalidExtents;
   extents = box;
   return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbBlockReference::geomExtentsBestFit(AcDbExtents& extents, const AcGeMatrix3d& parent) const {
+  NestingGuard guard;
+  if (!guard.ok()) return Acad::eInvalidExtents;
   AcDbExtents box;
   ForEachPart(*this, mSequence, [&](const AcDbEntity& e, const AcGeMatrix3d& m) {
     AcDbExtents part;
@@ -190,39 +245,35 @@ Acad::ErrorStatus AcDbBlockReference::geomExtentsBestFit(AcDbExtents& extents, c
       box.addExt(part);
     }
   });
-  if (box.isEmpty()) return Acad::eInvalidExtents;
+  if (box.isEmpty() || !guard.ok()) return Acad::eInvalidExtents;
   extents = box;
   return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbBlockReference::transformBy(const AcGeMatrix3d& m) {
   if (!writable()) return Acad::eNotOpenForWrite;
-  if (!m.isUniScaledOrtho()) return Acad::eCannotScaleNonUniformly;
-  const double s = m.scale();
-  const bool mirrored = m.det() < 0;
-  const AcGeVector3d xdir = AcGeMatrix3d::planeToWorld(mNormal) * AcGeVector3d(std::cos(mRotation), std::sin(mRotation), 0);
-  const AcGeVector3d normal = kelhost::geom::TransformNormal(m, mNormal);
-  // A mirrored reference keeps its normal and turns its X scale round.
-  mRotation = kelhost::geom::OcsAngle(normal, mirrored ? -(m * xdir) : m * xdir);
-  mScale = AcGeVector3d(mirrored ? -mScale.x * s : mScale.x * s, mScale.y * s, mScale.z * s);
-  mPosition = m * mPosition;
-  mNormal = normal;
-  for (const AcDbObjectId& id : mSequence.items) {
-    AcDbAttribute* attribute = nullptr;
-    if (acdbOpenObject(attribute, id, AcDb::kForWrite) == Acad::eOk) {
-      attribute->transformBy(m);
-      attribute->close();
-    }
-  }
+  Placement placed;
+  if (!PlacementAfter(*this, m, placed)) return Acad::eCannotScaleNonUniformly;
+  kelhost::db::WritableSubentities<AcDbAttribute> attributes(mSequence);
+  if (attributes.status != Acad::eOk) return attributes.status;
+  // Texts take uniform scaling only: check before anything moves.
+  if (!attributes.all().empty() && !m.isUniScaledOrtho()) return Acad::eCannotScaleNonUniformly;
+  for (AcDbAttribute* attribute : attributes.all()) attribute->transformBy(m);
+  mPosition = placed.position;
+  mNormal = placed.normal;
+  mRotation = placed.rotation;
+  mScale = placed.scale;
   return Acad::eOk;
 }
 
-void AcDbBlockReference::dxfFields(kelhost::dxf::GroupFiler& f) {
+void AcDbBlockReference::dxfFields(kelhost::dxf::GroupFiler& f) { referenceFields(f, L"AcDbBlockReference"); }
+
+void AcDbBlockReference::referenceFields(kelhost::dxf::GroupFiler& f, const wchar_t* marker) {
   AcDbEntity::dxfFields(f);
   AcDbDatabase* db = f.database();
-  short follows = mSequence.items.empty() ? 0 : 1;
+  short follows = mSequence.items.empty() && mSequence.pending.empty() ? 0 : 1;
   f.int16(66, follows, 0, Presence::kUnlessDefault);
-  f.subclass(L"AcDbBlockReference");
+  f.subclass(marker);
   f.record(2, mBlock, db ? db->blockTableId() : AcDbObjectId::kNull, L"", Presence::kRequired, false);
   f.point(10, mPosition, Presence::kRequired);
   f.real(41, mScale.x, 1.0, Presence::kUnlessDefault);
@@ -230,5 +281,6 @@ void AcDbBlockReference::dxfFields(kelhost::dxf::GroupFiler& f) {
   f.real(43, mScale.z, 1.0, Presence::kUnlessDefault);
   if (mScale.x == 0 || mScale.y == 0 || mScale.z == 0) f.fail(L"a scale factor (41-43) is zero");
   f.real(50, mRotation, 0.0, Presence::kUnlessDefault);
+  arrayFields(f);
   f.vector(210, mNormal, AcGeVector3d::kZAxis, Presence::kUnlessDefault);
 }

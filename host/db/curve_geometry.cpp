@@ -63,4 +63,14 @@ AcGeVector3d TransformNormal(const AcGeMatrix3d& m, const AcGeVector3d& normal) 
   return n.isZeroLength() ? normal : n.normal();
 }
 
+bool TransformPlaneNormal(const AcGeMatrix3d& m, const AcGeVector3d& normal, AcGeVector3d& out) {
+  const AcGeMatrix3d toWorld = AcGeMatrix3d::planeToWorld(normal);
+  AcGeVector3d n = (m * (toWorld * AcGeVector3d::kXAxis)).crossProduct(m * (toWorld * AcGeVector3d::kYAxis));
+  if (n.isZeroLength()) return false;
+  n = n.normal();
+  if (n.dotProduct(m * normal) < 0) n = -n;
+  out = n;
+  return true;
+}
+
 }  // namespace kelhost::geom

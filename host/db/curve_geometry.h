@@ -22,5 +22,10 @@ AcDbCurve* SegmentEntity(const AcDbEntity& from, const AcGePoint3d& a, const AcG
                          const AcGeVector3d& normal);
 // The normal after a transformation (unit length).
 AcGeVector3d TransformNormal(const AcGeMatrix3d& m, const AcGeVector3d& normal);
+// The plane's new normal under m: across the images of the plane's axes,
+// on the side the matrix takes the old normal (so that a mirroring turns
+// the normal round as it does for the other planar entities). False when
+// m flattens the plane.
+bool TransformPlaneNormal(const AcGeMatrix3d& m, const AcGeVector3d& normal, AcGeVector3d& out);
 
 }  // namespace kelhost::geom

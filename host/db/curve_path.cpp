@@ -55,7 +55,11 @@ AcGeVector3d Piece::derivative(double t) const {
 }
 
 bool Piece::isCircular() const {
-  return kind == kConic && std::fabs(u.length() - v.length()) <= kTol * std::max(1.0, u.length());
+  // Equal axes at right angles: a circle (a transformed one may have
+  // equal but skewed axes: an ellipse).
+  const double r = std::max(1.0, u.length());
+  return kind == kConic && std::fabs(u.length() - v.length()) <= kTol * r &&
+         std::fabs(u.dotProduct(v)) <= kTol * r * r;
 }
 
 double Piece::lengthTo(double t) const {
@@ -251,158 +255,28 @@ void Path::extents(AcDbExtents& ext) const {
         }
       }
     } else if (p.kind == Piece::kFree) {
-      const int n = 512;
-      for (int i = 1; i < n; ++i) ext.addPoint(p.point(p.t0 + (p.t1 - p.t0) * i / n));
+      // Extremes along each axis where that coordinate's derivative
+      // changes sign between samples, found by bisection.
+      const int n = 32;
+      const double h = (p.t1 - p.t0) / n;
+      AcGeVector3d prev = p.derivative(p.t0);
+      for (int i = 1; i <= n; ++i) {
+        const double a = p.t0 + h * (i - 1), b = i == n ? p.t1 : p.t0 + h * i;
+        const AcGeVector3d next = p.derivative(b);
+        ext.addPoint(p.point(b));
+        for (unsigned k = 0; k < 3; ++k) {
+          if (!(prev[k] < 0 && next[k] > 0) && !(prev[k] > 0 && next[k] < 0)) continue;
+          double lo = a, hi = b;
+          const bool rising = prev[k] < 0;
+          for (int it = 0; it < 60; ++it) {
+            const double mid = 0.5 * (lo + hi);
+            ((p.derivative(mid)[k] < 0) == rising ? lo : hi) = mid;
+          }
+          ext.addPoint(p.point(0.5 * (lo + hi)));
+        }
+        prev = next;
+      }
     }
   }
 }
-
-// ---------------------------------------------------------------- intersections
-namespace {
-
-struct Span {
-  const Piece* piece;
-  bool extendStart, extendEnd;
-};
-
-// Whether the point on the conic (known to lie on its circle) is within
-// its sweep, or anywhere on the circle when extended.
-bool OnConic(const Span& s, const AcGePoint3d& q) {
-  const Piece& p = *s.piece;
-  if (s.extendStart || s.extendEnd) return true;
-  const AcGeVector3d w = q - p.center;
-  const double th = std::atan2(w.dotProduct(p.v) / p.v.lengthSqrd(), w.dotProduct(p.u) / p.u.lengthSqrd());
-  double delta = p.sweep > 0 ? th - p.angle0 : p.angle0 - th;
-  delta = std::fmod(delta, kTwoPi);
-  if (delta < 0) delta += kTwoPi;
-  const double slack = kTol * 10;
-  return delta <= std::fabs(p.sweep) + slack || delta >= kTwoPi - slack;
-}
-
-bool OnLine(const Span& s, double f) {
-  const double slack = kTol * 10;
-  return (s.extendStart || f >= -slack) && (s.extendEnd || f <= 1 + slack);
-}
-
-// Points where the line through a with direction d meets the circle;
-// the line parameters are returned.
-std::vector<double> LineCircle(const AcGePoint3d& a, const AcGeVector3d& d, const Piece& c) {
-  std::vector<double> out;
-  const AcGeVector3d n = c.planeNormal();
-  const double r = c.radius();
-  const double scale = std::max(1.0, r);
-  const double dn = d.dotProduct(n);
-  if (std::fabs(dn) <= kTol * d.length()) {
-    if (std::fabs((a - c.center).dotProduct(n)) > kTol * scale) return out;
-    // In the plane: |a + s d - c|^2 = r^2.
-    const AcGeVector3d w = a - c.center;
-    const double A = d.lengthSqrd(), B = 2 * w.dotProduct(d), C = w.lengthSqrd() - r * r;
-    double disc = B * B - 4 * A * C;
-    if (disc < -kTol * scale * A) return out;
-    if (std::fabs(disc) <= 1e-12 * scale * scale * A) disc = 0;
-    if (disc <= 0) {
-      out.push_back(-B / (2 * A));
-    } else {
-      const double sq = std::sqrt(disc);
-      out.push_back((-B - sq) / (2 * A));
-      out.push_back((-B + sq) / (2 * A));
-    }
-    return out;
-  }
-  const double s = (c.center - a).dotProduct(n) / dn;
-  if (std::fabs((a + d * s).distanceTo(c.center) - r) <= kTol * scale * 10) out.push_back(s);
-  return out;
-}
-
-void AddUnique(AcGePoint3dArray& points, const AcGePoint3d& q) {
-  for (const AcGePoint3d& p : points)
-    if (p.distanceTo(q) <= 1e-8 * std::max(1.0, q.asVector().length())) return;
-  points.append(q);
-}
-
-void LineLine(const Span& s1, const Span& s2, AcGePoint3dArray& out) {
-  const Piece &p = *s1.piece, &q = *s2.piece;
-  const AcGeVector3d d1 = p.b - p.a, d2 = q.b - q.a;
-  const AcGeVector3d n = d1.crossProduct(d2);
-  if (n.length() <= kTol * d1.length() * d2.length()) return;  // parallel
-  const AcGeVector3d w = q.a - p.a;
-  if (std::fabs(w.dotProduct(n)) / n.length() > kTol * std::max(1.0, w.length())) return;  // skew
-  const double f1 = w.crossProduct(d2).dotProduct(n) / n.lengthSqrd();
-  const double f2 = w.crossProduct(d1).dotProduct(n) / n.lengthSqrd();
-  if (OnLine(s1, f1) && OnLine(s2, f2)) AddUnique(out, p.a + d1 * f1);
-}
-
-void LineArc(const Span& line, const Span& arc, AcGePoint3dArray& out) {
-  const Piece& l = *line.piece;
-  for (double f : LineCircle(l.a, l.b - l.a, *arc.piece)) {
-    const AcGePoint3d q = l.a + (l.b - l.a) * f;
-    if (OnLine(line, f) && OnConic(arc, q)) AddUnique(out, q);
-  }
-}
-
-void ArcArc(const Span& s1, const Span& s2, AcGePoint3dArray& out) {
-  const Piece &c1 = *s1.piece, &c2 = *s2.piece;
-  const AcGeVector3d n1 = c1.planeNormal(), n2 = c2.planeNormal();
-  const double r1 = c1.radius(), r2 = c2.radius();
-  std::vector<AcGePoint3d> cands;
-  if (n1.isParallelTo(n2, AcGeTol())) {
-    const AcGeVector3d w = c2.center - c1.center;
-    if (std::fabs(w.dotProduct(n1)) > kTol * std::max(1.0, r1)) return;  // parallel planes
-    const double d = w.length();
-    if (d <= kTol) return;  // concentric
-    const double x = (d * d + r1 * r1 - r2 * r2) / (2 * d);
-    double h2 = r1 * r1 - x * x;
-    if (h2 < -kTol * std::max(1.0, r1 * r1)) return;
-    const AcGeVector3d ex = w / d, ey = n1.crossProduct(ex);
-    const AcGePoint3d base = c1.center + ex * x;
-    if (h2 <= 1e-12 * std::max(1.0, r1 * r1)) {
-      cands.push_back(base);
-    } else {
-      const double h = std::sqrt(h2);
-      cands.push_back(base + ey * h);
-      cands.push_back(base - ey * h);
-    }
-  } else {
-    // The line where the planes meet, then that line against the first circle.
-    const AcGeVector3d dir = n1.crossProduct(n2);
-    const double h1 = n1.dotProduct(c1.center.asVector()), h2 = n2.dotProduct(c2.center.asVector());
-    const double dd = n1.dotProduct(n2);
-    const double k = 1 - dd * dd;
-    const AcGePoint3d a = AcGePoint3d::kOrigin + n1 * ((h1 - h2 * dd) / k) + n2 * ((h2 - h1 * dd) / k);
-    for (double f : LineCircle(a, dir, c1)) {
-      const AcGePoint3d q = a + dir * f;
-      if (std::fabs(q.distanceTo(c2.center) - r2) <= 1e-8 * std::max(1.0, r2)) cands.push_back(q);
-    }
-  }
-  for (const AcGePoint3d& q : cands)
-    if (OnConic(s1, q) && OnConic(s2, q)) AddUnique(out, q);
-}
-
-std::vector<Span> Spans(const Path& path, bool extend) {
-  std::vector<Span> spans;
-  const auto& pieces = path.pieces();
-  for (size_t i = 0; i < pieces.size(); ++i)
-    spans.push_back({&pieces[i], extend && i == 0, extend && i + 1 == pieces.size()});
-  return spans;
-}
-
-}  // namespace
-
-bool Intersect(const Path& p1, bool extend1, const Path& p2, bool extend2, AcGePoint3dArray& points) {
-  const std::vector<Span> a = Spans(p1, extend1), b = Spans(p2, extend2);
-  for (const Span& s : a)
-    if (s.piece->kind == Piece::kFree || (s.piece->kind == Piece::kConic && !s.piece->isCircular())) return false;
-  for (const Span& s : b)
-    if (s.piece->kind == Piece::kFree || (s.piece->kind == Piece::kConic && !s.piece->isCircular())) return false;
-  for (const Span& s : a)
-    for (const Span& t : b) {
-      const bool l1 = s.piece->kind == Piece::kLine, l2 = t.piece->kind == Piece::kLine;
-      if (l1 && l2) LineLine(s, t, points);
-      else if (l1) LineArc(s, t, points);
-      else if (l2) LineArc(t, s, points);
-      else ArcArc(s, t, points);
-    }
-  return true;
-}
-
 }  // namespace kelhost::geom

@@ -29,7 +29,7 @@ struct Piece {
 
   AcGePoint3d point(double t) const;
   AcGeVector3d derivative(double t) const;
-  // A conic whose axes have one length.
+  // A conic whose axes have one length and are perpendicular.
   bool isCircular() const;
   double radius() const { return u.length(); }
   AcGeVector3d planeNormal() const { return u.crossProduct(v).normal(); }
@@ -68,9 +68,12 @@ class Path {
   std::vector<Piece> mPieces;
 };
 
-// Where two paths meet, in WCS; each may be extended beyond its ends
-// (lines as far as they go, arcs to full circles). False when a piece
-// kind cannot be intersected (free-form and elliptical pieces).
-bool Intersect(const Path& p1, bool extend1, const Path& p2, bool extend2, AcGePoint3dArray& points);
+// Where two paths meet, in WCS, appended to points; each may be extended
+// beyond its ends (lines as far as they go, circular and elliptical arcs
+// to the full curve; free-form pieces never). Lines against circles and
+// ellipses are solved exactly, other pairs numerically: chords narrow
+// down the crossings, then Newton's method on both parameters refines
+// them.
+void Intersect(const Path& p1, bool extend1, const Path& p2, bool extend2, AcGePoint3dArray& points);
 
 }  // namespace kelhost::geom

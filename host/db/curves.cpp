@@ -135,8 +135,8 @@ Acad::ErrorStatus AcDbCurve::intersectWith(const AcDbEntity* entity, AcDb::Inter
   if (!buildPath(mine) || !other->buildPath(theirs) || mine.empty() || theirs.empty())
     return Acad::eDegenerateGeometry;
   const bool extendMine = (intType & AcDb::kExtendThis) != 0, extendTheirs = (intType & AcDb::kExtendArg) != 0;
-  return kelhost::geom::Intersect(mine, extendMine, theirs, extendTheirs, points) ? Acad::eOk
-                                                                                 : Acad::eNotImplementedYet;
+  kelhost::geom::Intersect(mine, extendMine, theirs, extendTheirs, points);
+  return Acad::eOk;
 }
 
 // ---------------------------------------------------------------- line
@@ -222,22 +222,26 @@ bool AcDbPolyline::buildPath(Path& path) const {
 
 Acad::ErrorStatus AcDbPolyline::transformBy(const AcGeMatrix3d& m) {
   if (!writable()) return Acad::eNotOpenForWrite;
-  if (!m.isUniScaledOrtho()) return Acad::eCannotScaleNonUniformly;
-  const AcGeMatrix3d toWorld = AcGeMatrix3d::planeToWorld(mNormal);
-  const AcGeVector3d normal = kelhost::geom::TransformNormal(m, mNormal);
-  const AcGeMatrix3d toPlane = AcGeMatrix3d::worldToPlane(normal);
-  const double scale = m.scale();
+  AcGeVector3d normal;
+  if (!kelhost::geom::TransformPlaneNormal(m, mNormal, normal)) return Acad::eCannotScaleNonUniformly;
+  const bool uniform = m.isUniScaledOrtho();
+  if (!uniform) {
+    // Arcs would turn elliptical and widths uneven: neither fits a polyline.
+    for (const Vertex& v : mVertices)
+      if (v.bulge != 0 || v.startWidth != 0 || v.endWidth != 0) return Acad::eCannotScaleNonUniformly;
+  }
+  const AcGeMatrix3d map = AcGeMatrix3d::worldToPlane(normal) * m * AcGeMatrix3d::planeToWorld(mNormal);
+  const double scale = uniform ? m.scale() : 1.0;
   const bool mirrored = m.det() < 0;
   for (Vertex& v : mVertices) {
-    const AcGePoint3d p = toPlane * (m * (toWorld * AcGePoint3d(v.point.x, v.point.y, mElevation)));
+    const AcGePoint3d p = map * AcGePoint3d(v.point.x, v.point.y, mElevation);
     v.point.set(p.x, p.y);
-    mElevation = p.z;
     if (mirrored) v.bulge = -v.bulge;
     v.startWidth *= scale;
     v.endWidth *= scale;
   }
-  if (mVertices.empty()) mElevation = (toPlane * (m * (toWorld * AcGePoint3d(0, 0, mElevation)))).z;
-  mThickness *= scale;
+  mElevation = (map * AcGePoint3d(0, 0, mElevation)).z;
+  mThickness *= (m * mNormal.normal()).dotProduct(normal);
   mNormal = normal;
   return Acad::eOk;
 }

@@ -6,6 +6,7 @@
 #include "arx/dbsymtb.h"
 #include "db/database_state.h"
 #include "db/rx_define.h"
+#include "db/sequences.h"
 #include "db/working.h"
 #include "dxf/access.h"
 
@@ -22,20 +23,18 @@ AcDbStub* DatabaseState::add(AcDbDatabase* db, AcDbObject* object, Adesk::UInt64
   } else if (handle >= nextHandle) {
     nextHandle = handle + 1;
   }
-  auto stub = std::make_unique<AcDbStub>();
+  AcDbStub* stub = pool.make();
   stub->db = db;
   stub->handle = handle;
   stub->object.reset(object);
   stub->writer = true;
   stub->order = stubs.size();
-  AcDbStub* raw = stub.get();
-  dxf::Access::setStub(object, raw);
-  RegisterStub(raw);
-  byHandle[handle] = raw;
-  stubs.push_back(std::move(stub));
+  dxf::Access::setStub(object, stub);
+  byHandle.insert(stub);
+  stubs.emplace_back(stub);
   AdjustOpenCount(1);
   if (ObjectObserver* observer = CurrentObjectObserver()) observer->added(object);
-  return raw;
+  return stub;
 }
 
 }  // namespace kelhost::db
@@ -46,10 +45,9 @@ AcDbDatabase::AcDbDatabase(bool buildDefaultDrawing, bool) : mState(std::make_un
 
 AcDbDatabase::~AcDbDatabase() {
   // Objects still open when the database goes no longer count as open.
-  for (auto& stub : mState->stubs) {
+  for (auto& stub : mState->stubs)
     kelhost::db::AdjustOpenCount(-(stub->readers + stub->notifiers + (stub->writer ? 1 : 0)));
-    kelhost::db::ForgetStub(stub.get());
-  }
+  mState->pool.forget();
   kelhost::db::DatabaseGoing(this);
 }
 
@@ -120,6 +118,8 @@ Acad::ErrorStatus AcDbDatabase::addAcDbObject(AcDbObjectId& id, AcDbObject* obje
   if (!object) return Acad::eNullObjectPointer;
   if (object->isDatabaseResident()) return Acad::eAlreadyInDb;
   id = mState->add(this, object);
+  // A complex entity brings the sub-entities it was given before.
+  kelhost::db::CommitPendingSubentities(object);
   return Acad::eOk;
 }
 
@@ -127,9 +127,9 @@ Acad::ErrorStatus AcDbDatabase::getAcDbObjectId(AcDbObjectId& retId, bool create
                                                 Adesk::UInt32) {
   retId.setNull();
   if (objHandle.isNull()) return Acad::eNullHandle;
-  auto it = mState->byHandle.find(static_cast<Adesk::UInt64>(objHandle));
-  if (it == mState->byHandle.end()) return createIfNotFound ? Acad::eNotApplicable : Acad::eUnknownHandle;
-  retId = AcDbObjectId(it->second);
+  AcDbStub* stub = mState->byHandle.lookup(static_cast<Adesk::UInt64>(objHandle));
+  if (!stub) return createIfNotFound ? Acad::eNotApplicable : Acad::eUnknownHandle;
+  retId = AcDbObjectId(stub);
   return Acad::eOk;
 }
 

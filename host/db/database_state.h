@@ -7,11 +7,12 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <unordered_map>
 
 #include "arx/dbdatabase.h"
+#include "db/handle_index.h"
 #include "db/header_vars.h"
 #include "db/stub.h"
+#include "db/stub_pool.h"
 
 namespace kelhost::dxf {
 struct FileExtras;
@@ -21,9 +22,22 @@ namespace kelhost::db {
 
 enum class Table { kBlock, kLayer, kLinetype, kTextStyle, kDimStyle, kView, kUcs, kViewport, kRegApp, kCount };
 
+// A stub of the database, as its list holds it (the pool owns the stub).
+class StubRef {
+ public:
+  explicit StubRef(AcDbStub* stub) : mStub(stub) {}
+  AcDbStub* get() const { return mStub; }
+  AcDbStub* operator->() const { return mStub; }
+  AcDbStub& operator*() const { return *mStub; }
+
+ private:
+  AcDbStub* mStub;
+};
+
 struct DatabaseState {
-  std::deque<std::unique_ptr<AcDbStub>> stubs;  // in the order the objects were added
-  std::unordered_map<Adesk::UInt64, AcDbStub*> byHandle;
+  StubPool pool;                // owns the stubs and, through them, the objects
+  std::deque<StubRef> stubs;    // in the order the objects were added
+  HandleIndex byHandle;
   Adesk::UInt64 nextHandle = 1;
 
   AcDbObjectId tables[static_cast<int>(Table::kCount)];

@@ -1,11 +1,13 @@
 // A new drawing's contents: the nine symbol tables with their standard
-// records, the named-object dictionary with its standard entries, and the
-// current layer, linetype, text style and dimension style. The drawing is
-// metric (ISO-25 is the current dimension style).
+// records, the named-object dictionary with its standard entries (the
+// layouts "Model" and "Layout1" among them), and the current layer,
+// linetype, text style and dimension style. The drawing is metric (ISO-25
+// is the current dimension style).
 #include "arx/dbdict.h"
 #include "arx/dbsymtb.h"
 #include "db/database_state.h"
 #include "db/dimstyle_vars.h"
+#include "db/standard_objects.h"
 #include "dxf/access.h"
 
 namespace kelhost::db {
@@ -95,12 +97,13 @@ void BuildDefaultDrawing(AcDbDatabase* db) {
   AddRecord<AcDbViewportTableRecord>(table(Table::kViewport), L"*Active");
   AddRecord<AcDbRegAppTableRecord>(table(Table::kRegApp), L"ACAD");
 
-  for (const wchar_t* key : {L"ACAD_COLOR", L"ACAD_MATERIAL", L"ACAD_MLEADERSTYLE", L"ACAD_MLINESTYLE",
-                             L"ACAD_PLOTSETTINGS", L"ACAD_PLOTSTYLENAME", L"ACAD_SCALELIST", L"ACAD_TABLESTYLE",
-                             L"ACAD_VISUALSTYLE"})
+  // Dictionaries the program keeps its styles and settings in; the host
+  // leaves them empty (no materials, visual styles, scales or table styles
+  // are drawn with).
+  for (const wchar_t* key : {L"ACAD_COLOR", L"ACAD_MATERIAL", L"ACAD_MLEADERSTYLE", L"ACAD_PLOTSETTINGS",
+                             L"ACAD_SCALELIST", L"ACAD_TABLESTYLE", L"ACAD_VISUALSTYLE"})
     AddDictionary(s.namedObjects, key);
-  s.groups = AddDictionary(s.namedObjects, L"ACAD_GROUP");
-  s.layouts = AddDictionary(s.namedObjects, L"ACAD_LAYOUT");
+  EnsureStandardObjects(db);
 
   s.clayer = s.layerZero;
   s.celtype = s.byLayer;

@@ -19,15 +19,16 @@ KELHOST_RX_DEFINE(AcDb2dPolyline, AcDbCurve, L"POLYLINE")
 KELHOST_RX_DEFINE(AcDb3dPolyline, AcDbCurve, L"POLYLINE")
 
 namespace {
-// The vertices that are not erased, in order.
+// The vertices that are not erased, in order (those of a polyline not yet
+// in a database included).
 template <class V>
 std::vector<const V*> LiveVertices(const AcDbSubentSequence& seq) {
   std::vector<const V*> out;
-  for (const AcDbObjectId& id : seq.items)
-    if (!id.isErased())
-      if (const V* v = kelhost::db::PeekAs<V>(id)) out.push_back(v);
+  for (AcDbEntity* e : kelhost::db::LiveSubentities(seq))
+    if (const V* v = V::cast(e)) out.push_back(v);
   return out;
 }
+
 }  // namespace
 
 // ---------------------------------------------------------------- 2D vertex
@@ -61,8 +62,23 @@ void AcDb2dVertex::dxfFields(kelhost::dxf::GroupFiler& f) {
   if (mFlags & 32) f.fail(L"a 3D polyline vertex (70 has 32) in a 2D polyline");
 }
 
+Acad::ErrorStatus AcDb2dVertex::transformBy(const AcGeMatrix3d& m) {
+  if (!writable()) return Acad::eNotOpenForWrite;
+  AcGeVector3d normal = AcGeVector3d::kZAxis;
+  double elevation = 0.0;
+  if (auto* pl = kelhost::db::PeekAs<AcDb2dPolyline>(ownerId())) {
+    normal = pl->normal();
+    elevation = pl->elevation();
+  }
+  const AcGePoint3d p = AcGeMatrix3d::worldToPlane(normal) * (m * (AcGeMatrix3d::planeToWorld(normal) *
+                                                                   AcGePoint3d(mPosition.x, mPosition.y, elevation)));
+  mPosition.set(p.x, p.y, mPosition.z);
+  return Acad::eOk;
+}
+
 // ---------------------------------------------------------------- 3D vertex
 Acad::ErrorStatus AcDb3dPolylineVertex::setPosition(const AcGePoint3d& p) { KELHOST_SET(mPosition, p); }
+Acad::ErrorStatus AcDb3dPolylineVertex::transformBy(const AcGeMatrix3d& m) { KELHOST_SET(mPosition, m * mPosition); }
 
 void AcDb3dPolylineVertex::dxfFields(kelhost::dxf::GroupFiler& f) {
   AcDbEntity::dxfFields(f);
@@ -74,6 +90,23 @@ void AcDb3dPolylineVertex::dxfFields(kelhost::dxf::GroupFiler& f) {
 }
 
 // ---------------------------------------------------------------- 2D polyline
+AcDb2dPolyline::AcDb2dPolyline(AcDb::Poly2dType type, const AcGePoint3dArray& vertices, double elevation, bool closed,
+                               double defStartWidth, double defEndWidth, const AcGeDoubleArray* bulges)
+    : mElevation(elevation), mStartWidth(defStartWidth), mEndWidth(defEndWidth) {
+  mFlags = closed ? 1 : 0;
+  if (type == AcDb::k2dFitCurvePoly) mFlags |= 2;
+  if (type == AcDb::k2dQuadSplinePoly || type == AcDb::k2dCubicSplinePoly) {
+    mFlags |= 4;
+    mCurveType = type == AcDb::k2dQuadSplinePoly ? 5 : 6;
+  }
+  for (int i = 0; i < vertices.length(); ++i) {
+    const double bulge = bulges && i < bulges->length() ? (*bulges)[i] : 0.0;
+    const AcGePoint3d& p = vertices[i];
+    mSequence.pending.emplace_back(
+        new AcDb2dVertex(AcGePoint3d(p.x, p.y, elevation), bulge, defStartWidth, defEndWidth));
+  }
+}
+
 Acad::ErrorStatus AcDb2dPolyline::appendVertex(AcDb2dVertex* vertex) {
   AcDbObjectId id;
   return appendVertex(id, vertex);
@@ -122,6 +155,41 @@ Acad::ErrorStatus AcDb2dPolyline::explode(AcDbVoidPtrArray& entitySet) const {
   return Acad::eOk;
 }
 
+Acad::ErrorStatus AcDb2dPolyline::transformBy(const AcGeMatrix3d& m) {
+  if (!writable()) return Acad::eNotOpenForWrite;
+  AcGeVector3d normal;
+  if (!kelhost::geom::TransformPlaneNormal(m, mNormal, normal)) return Acad::eCannotScaleNonUniformly;
+  kelhost::db::WritableSubentities<AcDb2dVertex> vertices(mSequence);
+  if (vertices.status != Acad::eOk) return vertices.status;
+  const bool uniform = m.isUniScaledOrtho();
+  if (!uniform) {
+    // Arcs would turn elliptical and widths uneven: neither fits a polyline.
+    if (mStartWidth != 0 || mEndWidth != 0) return Acad::eCannotScaleNonUniformly;
+    for (const AcDb2dVertex* v : vertices.all())
+      if (v->bulge() != 0 || v->startWidth() != 0 || v->endWidth() != 0) return Acad::eCannotScaleNonUniformly;
+  }
+  const AcGeMatrix3d map = AcGeMatrix3d::worldToPlane(normal) * m * AcGeMatrix3d::planeToWorld(mNormal);
+  const double scale = uniform ? m.scale() : 1.0;
+  const bool mirrored = m.det() < 0;
+  const double elevation = (map * AcGePoint3d(0, 0, mElevation)).z;
+  for (AcDb2dVertex* v : vertices.all()) {
+    // A vertex's Z means nothing to the polyline; one that repeats the
+    // elevation keeps doing so.
+    const AcGePoint3d old = v->position();
+    const AcGePoint3d p = map * AcGePoint3d(old.x, old.y, mElevation);
+    v->setPosition(AcGePoint3d(p.x, p.y, old.z == mElevation ? elevation : old.z));
+    if (mirrored) v->setBulge(-v->bulge());
+    v->setStartWidth(v->startWidth() * scale);
+    v->setEndWidth(v->endWidth() * scale);
+  }
+  mThickness *= (m * mNormal.normal()).dotProduct(normal);
+  mStartWidth *= scale;
+  mEndWidth *= scale;
+  mElevation = elevation;
+  mNormal = normal;
+  return Acad::eOk;
+}
+
 void AcDb2dPolyline::dxfFields(kelhost::dxf::GroupFiler& f) {
   AcDbEntity::dxfFields(f);
   short follows = 1;  // vertices follow: always so for a heavy polyline
@@ -140,6 +208,11 @@ void AcDb2dPolyline::dxfFields(kelhost::dxf::GroupFiler& f) {
 }
 
 // ---------------------------------------------------------------- 3D polyline
+AcDb3dPolyline::AcDb3dPolyline(AcDb::Poly3dType type, const AcGePoint3dArray& vertices, bool closed) {
+  mFlags = static_cast<short>(8 | (closed ? 1 : 0) | (type == AcDb::k3dSimplePoly ? 0 : 4));
+  for (const AcGePoint3d& p : vertices) mSequence.pending.emplace_back(new AcDb3dPolylineVertex(p));
+}
+
 Acad::ErrorStatus AcDb3dPolyline::appendVertex(AcDb3dPolylineVertex* vertex) {
   AcDbObjectId id;
   return appendVertex(id, vertex);
@@ -170,6 +243,14 @@ Acad::ErrorStatus AcDb3dPolyline::explode(AcDbVoidPtrArray& entitySet) const {
   for (const auto& piece : path.pieces())
     if (AcDbCurve* c = kelhost::geom::SegmentEntity(*this, piece.a, piece.b, 0.0, AcGeVector3d::kZAxis))
       entitySet.append(c);
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDb3dPolyline::transformBy(const AcGeMatrix3d& m) {
+  if (!writable()) return Acad::eNotOpenForWrite;
+  kelhost::db::WritableSubentities<AcDb3dPolylineVertex> vertices(mSequence);
+  if (vertices.status != Acad::eOk) return vertices.status;
+  for (AcDb3dPolylineVertex* v : vertices.all()) v->setPosition(m * v->position());
   return Acad::eOk;
 }
 

@@ -1,7 +1,11 @@
 // AcDbObject: identity, open state, erase, owner, extension dictionary.
+#include <vector>
+
 #include "arx/acutads.h"
 #include "arx/dbdict.h"
+#include "arx/dbsymtb.h"
 #include "db/database_state.h"
+#include "db/sequences.h"
 #include "db/rx_define.h"
 #include "dxf/access.h"
 
@@ -28,6 +32,7 @@ bool AcDbObject::isErased() const { return mStub && mStub->erased; }
 Acad::ErrorStatus AcDbObject::close() {
   if (!mStub) return Acad::eNotApplicable;
   if (mStub->writer) {
+    subClose();
     mStub->writer = false;
   } else if (mStub->readers) {
     --mStub->readers;
@@ -72,12 +77,49 @@ bool IsStandardObject(const AcDbObject* o) {
 }
 }  // namespace
 
+namespace {
+// What an object owns outright goes with it: a complex entity's
+// sub-entities and SEQEND, a block's entities, a hard-owning dictionary's
+// entries (an extension dictionary's), and every object's extension
+// dictionary.
+std::vector<AcDbObjectId> HardOwned(AcDbObject* o) {
+  std::vector<AcDbObjectId> ids;
+  if (AcDbSubentSequence* seq = kelhost::db::SequenceOf(o)) {
+    ids = seq->items;
+    ids.push_back(seq->end);
+  } else if (auto* block = AcDbBlockTableRecord::cast(o)) {
+    ids = block->entityIds();
+  } else if (auto* dict = AcDbDictionary::cast(o); dict && dict->isTreatElementsAsHard()) {
+    ids = kelhost::dxf::Access::entryIds(dict);
+  }
+  ids.push_back(o->extensionDictionary());
+  return ids;
+}
+
+// Erases what o owns, marking each as erased with its owner; unerasing
+// brings back only those, so that one erased on its own stays erased.
+void FollowOwner(AcDbObject* o, bool erasing) {
+  for (const AcDbObjectId& id : HardOwned(o)) {
+    if (!id.isValid()) continue;
+    AcDbStub* s = id;
+    if (!s->object) continue;
+    if (erasing ? s->erased : !s->erasedWithOwner) continue;
+    // Changed as if opened for write, so that an undo journal sees it.
+    if (auto* observer = kelhost::db::CurrentObjectObserver()) observer->beforeWrite(s->object.get());
+    s->erased = s->erasedWithOwner = erasing;
+    FollowOwner(s->object.get(), erasing);
+  }
+}
+}  // namespace
+
 Acad::ErrorStatus AcDbObject::erase(bool erasing) {
   if (!mStub) return Acad::eNotInDatabase;
   if (!mStub->writer) return Acad::eNotOpenForWrite;
   if (erasing == mStub->erased) return erasing ? Acad::eWasErased : Acad::eWasNotErased;
   if (erasing && IsStandardObject(this)) return Acad::eCannotBeErasedByCaller;
   mStub->erased = erasing;
+  mStub->erasedWithOwner = false;
+  FollowOwner(this, erasing);
   return Acad::eOk;
 }
 
@@ -154,5 +196,7 @@ Acad::ErrorStatus acdbOpenAcDbEntity(AcDbEntity*& pEnt, AcDbObjectId id, AcDb::O
   return acdbOpenObject<AcDbEntity>(pEnt, id, mode, openErased);
 }
 
-// Objects of no particular class have no groups of their own.
+// Objects of no particular class have no groups of their own, and nothing
+// to bring up to date as they close.
 void AcDbObject::dxfFields(kelhost::dxf::GroupFiler&) {}
+Acad::ErrorStatus AcDbObject::subClose() { return Acad::eOk; }

@@ -3,8 +3,10 @@
 #include <cstdlib>
 #include <cwchar>
 
-#include "arx/dbsymtb.h"
 #include "arx/acdbads.h"
+#include "arx/dbblkref.h"
+#include "arx/dblayout.h"
+#include "arx/dbsymtb.h"
 #include "db/database_state.h"
 #include "db/rx_define.h"
 #include "db/setters.h"
@@ -71,8 +73,51 @@ void AcDbSymbolTableRecord::nameAndFlags(kelhost::dxf::GroupFiler& f) {
 Acad::ErrorStatus AcDbBlockTableRecord::setOrigin(const AcGePoint3d& origin) { KELHOST_SET(mOrigin, origin); }
 
 bool AcDbBlockTableRecord::isLayout() const {
+  if (!mLayout.isNull() && !mLayout.isErased()) return true;
   AcDbDatabase* db = database();
   return db && (objectId() == db->modelSpaceId() || objectId() == db->paperSpaceId());
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::setIsFromOverlayReference(bool overlay) {
+  if (!isFromExternalReference()) return Acad::eNotApplicable;
+  KELHOST_SET(mFlags, static_cast<short>(overlay ? (mFlags | 8) : (mFlags & ~8)));
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::setLayoutId(AcDbObjectId layout) {
+  if (!layout.isNull() && !AcDbLayout::cast(kelhost::db::Peek(layout))) return Acad::eInvalidInput;
+  KELHOST_SET(mLayout, layout);
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::comments(ACHAR*& text) const {
+  text = static_cast<ACHAR*>(std::malloc((mComments.size() + 1) * sizeof(ACHAR)));
+  if (!text) return Acad::eOutOfMemory;
+  std::wmemcpy(text, mComments.c_str(), mComments.size() + 1);
+  return Acad::eOk;
+}
+Acad::ErrorStatus AcDbBlockTableRecord::comments(const ACHAR*& text) const {
+  text = mComments.c_str();
+  return Acad::eOk;
+}
+Acad::ErrorStatus AcDbBlockTableRecord::setComments(const ACHAR* text) {
+  if (!text) return Acad::eInvalidInput;
+  KELHOST_SET(mComments, text);
+}
+Acad::ErrorStatus AcDbBlockTableRecord::pathName(const ACHAR*& path) const {
+  path = mPathName.c_str();
+  return Acad::eOk;
+}
+Acad::ErrorStatus AcDbBlockTableRecord::setPathName(const ACHAR* path) {
+  if (!path) return Acad::eInvalidInput;
+  KELHOST_SET(mPathName, path);
+}
+Acad::ErrorStatus AcDbBlockTableRecord::setBlockInsertUnits(AcDb::UnitsValue units) {
+  if (units < AcDb::kUnitsUndefined || units > AcDb::kUnitsMax) return Acad::eOutOfRange;
+  KELHOST_SET(mInsertUnits, static_cast<short>(units));
+}
+Acad::ErrorStatus AcDbBlockTableRecord::setExplodable(bool explodable) { KELHOST_SET(mExplodable, explodable); }
+Acad::ErrorStatus AcDbBlockTableRecord::setBlockScaling(BlockScaling scaling) {
+  if (scaling != kAny && scaling != kUniform) return Acad::eInvalidInput;
+  KELHOST_SET(mUniformScaling, scaling == kUniform);
 }
 
 Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbEntity* entity) {
@@ -91,6 +136,8 @@ Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& id, AcDbE
   if (es != Acad::eOk) return es;
   kelhost::dxf::Access::setOwner(entity, objectId());
   mEntities.push_back(id);
+  // Only definitions whose value a reference asks for count (not constant ones).
+  if (auto* def = AcDbAttributeDefinition::cast(entity); def && !def->isConstant()) mFlags |= 2;
   return Acad::eOk;
 }
 
@@ -101,11 +148,15 @@ Acad::ErrorStatus AcDbBlockTableRecord::newIterator(AcDbBlockTableRecordIterator
   return Acad::eOk;
 }
 
+// A block as its BLOCK entity describes it (entity lists, the BLOCKS
+// section): name, flags, base point, external reference path, description.
 void AcDbBlockTableRecord::dxfFields(kelhost::dxf::GroupFiler& f) {
   AcDbSymbolTableRecord::dxfFields(f);
   f.subclass(L"AcDbBlockTableRecord");
   nameAndFlags(f);
   f.point(10, mOrigin, Presence::kAlways);
+  f.text(1, mPathName, L"", Presence::kUnlessDefault);
+  f.text(4, mComments, L"", Presence::kUnlessDefault);
 }
 
 void AcDbBlockTableRecordIterator::start(bool atBeginning, bool skipDeleted) {

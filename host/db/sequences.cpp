@@ -2,6 +2,7 @@
 
 #include "arx/dbblkref.h"
 #include "arx/dbdatabase.h"
+#include "db/stub.h"
 #include "dxf/access.h"
 
 namespace kelhost::db {
@@ -9,9 +10,14 @@ namespace kelhost::db {
 Acad::ErrorStatus AppendToSequence(AcDbEntity* owner, AcDbSubentSequence& seq, AcDbEntity* item, AcDbObjectId& id) {
   id.setNull();
   if (!item) return Acad::eNullEntityPointer;
-  if (!owner->isDatabaseResident()) return Acad::eNotInDatabase;
-  if (!owner->isWriteEnabled()) return Acad::eNotOpenForWrite;
   if (item->isDatabaseResident()) return Acad::eAlreadyInDb;
+  if (!owner->isDatabaseResident()) {
+    for (const auto& held : seq.pending)
+      if (held.get() == item) return Acad::eAlreadyInDb;
+    seq.pending.emplace_back(item);
+    return Acad::eOk;
+  }
+  if (!owner->isWriteEnabled()) return Acad::eNotOpenForWrite;
   AcDbDatabase* db = owner->database();
   if (item->layerId().isNull()) item->setPropertiesFrom(owner);
   Acad::ErrorStatus es = db->addAcDbObject(id, item);
@@ -29,6 +35,27 @@ Acad::ErrorStatus AppendToSequence(AcDbEntity* owner, AcDbSubentSequence& seq, A
     end->close();
   }
   return Acad::eOk;
+}
+
+void CommitPendingSubentities(AcDbObject* owner) {
+  auto* entity = AcDbEntity::cast(owner);
+  AcDbSubentSequence* seq = SequenceOf(owner);
+  if (!entity || !seq || seq->pending.empty()) return;
+  std::vector<std::unique_ptr<AcDbEntity>> pending = std::move(seq->pending);
+  seq->pending.clear();
+  for (auto& item : pending) {
+    AcDbObjectId id;
+    if (AppendToSequence(entity, *seq, item.get(), id) == Acad::eOk) item.release()->close();
+  }
+}
+
+std::vector<AcDbEntity*> LiveSubentities(const AcDbSubentSequence& seq) {
+  std::vector<AcDbEntity*> out;
+  for (const AcDbObjectId& id : seq.items)
+    if (!id.isErased())
+      if (auto* e = PeekAs<AcDbEntity>(id)) out.push_back(e);
+  for (const auto& e : seq.pending) out.push_back(e.get());
+  return out;
 }
 
 AcDbSubentSequence* SequenceOf(AcDbObject* object) {

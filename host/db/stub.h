@@ -19,14 +19,14 @@ class AcDbStub {
   unsigned short notifiers = 0;
   bool writer = false;
   bool erased = false;
+  bool erasedWithOwner = false;  // erased because its owner was: unerased with it
 };
 
 namespace kelhost::db {
 
-// Stubs of live databases; an id whose stub is not here names nothing.
+// Whether a stub belongs to a live database (see StubPool); an id whose
+// stub does not names nothing.
 bool IsLiveStub(const AcDbStub* stub);
-void RegisterStub(const AcDbStub* stub);
-void ForgetStub(const AcDbStub* stub);
 
 // The object behind an id without opening it (the host's own readers), or
 // null for an invalid id.

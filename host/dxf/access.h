@@ -3,6 +3,7 @@
 // layer and the codec use it.
 #pragma once
 
+#include "arx/dbdict.h"
 #include "arx/dbents.h"
 #include "arx/dbsymtb.h"
 
@@ -21,6 +22,13 @@ class Access {
   static std::vector<AcDbObjectId>& entities(AcDbBlockTableRecord* b) { return b->mEntities; }
   static std::vector<AcDbObjectId>& records(AcDbSymbolTable* t) { return t->mRecords; }
   static const std::wstring& name(const AcDbSymbolTableRecord* r) { return r->mName; }
+  // Every entry's object, erased ones too.
+  static std::vector<AcDbObjectId> entryIds(const AcDbDictionary* d) {
+    std::vector<AcDbObjectId> ids;
+    for (const auto& entry : d->mEntries) ids.push_back(entry.second.second);
+    return ids;
+  }
+  static short& flags(AcDbSymbolTableRecord* r) { return r->mFlags; }
   // Adds a record to its table's index without the open-state checks.
   static void index(AcDbSymbolTable* t, AcDbSymbolTableRecord* r, AcDbObjectId id);
   static void unindex(AcDbSymbolTable* t, AcDbSymbolTableRecord* r);

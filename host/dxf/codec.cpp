@@ -6,8 +6,14 @@
 #include "arx/acutads.h"
 #include "arx/dbblkref.h"
 #include "arx/dbdict.h"
+#include "arx/dbdim.h"
+#include "arx/dbdictdflt.h"
+#include "arx/dbelipse.h"
 #include "arx/dbents.h"
 #include "arx/dbgroup.h"
+#include "arx/dbshape.h"
+#include "arx/dbspline.h"
+#include "arx/dblayout.h"
 #include "arx/dbxrecrd.h"
 #include "db/stub.h"
 #include "db/xdata.h"
@@ -43,15 +49,42 @@ const Kind kKinds[] = {
     {L"POLYLINE", Make<AcDb2dPolyline>}, {L"VERTEX", Make<AcDb2dVertex>},
     {L"SEQEND", Make<AcDbSequenceEnd>}, {L"INSERT", Make<AcDbBlockReference>},
     {L"ATTRIB", Make<AcDbAttribute>},   {L"ATTDEF", Make<AcDbAttributeDefinition>},
+    {L"ELLIPSE", Make<AcDbEllipse>},    {L"SPLINE", Make<AcDbSpline>},
+    {L"MTEXT", Make<AcDbMText>},        {L"SHAPE", Make<AcDbShape>},
+    // A DIMENSION is rotated unless group 70 says otherwise (see below).
+    {L"DIMENSION", Make<AcDbRotatedDimension>},
+    {L"LAYOUT", Make<AcDbLayout>},      {L"PLOTSETTINGS", Make<AcDbPlotSettings>},
+    {L"ACDBDICTIONARYWDFLT", Make<AcDbDictionaryWithDefault>}, {L"ACDBPLACEHOLDER", Make<AcDbPlaceHolder>},
 };
 
 }  // namespace
 
 std::unique_ptr<AcDbObject> NewObjectOfType(const std::wstring& dxfName) {
+  // Files and lists name types in upper case nearly always.
+  for (const Kind& k : kKinds)
+    if (dxfName == k.name) return k.make();
   const std::wstring upper = ToUpper(dxfName);
   for (const Kind& k : kKinds)
     if (upper == k.name) return k.make();
   return nullptr;
+}
+
+std::unique_ptr<AcDbObject> NewObjectOfType(const std::wstring& dxfName,
+                                            const std::function<long(int code, long fallback)>& intGroup) {
+  const std::wstring upper = ToUpper(dxfName);
+  if (upper == L"POLYLINE" && (intGroup(70, 0) & 8)) return std::make_unique<AcDb3dPolyline>();
+  if (upper == L"VERTEX" && (intGroup(70, 0) & 32)) return std::make_unique<AcDb3dPolylineVertex>();
+  if (upper == L"INSERT" && (intGroup(70, 1) > 1 || intGroup(71, 1) > 1)) return std::make_unique<AcDbMInsertBlock>();
+  // A dimension's kind is group 70's low bits; the kinds the host does not
+  // model have no class (a file keeps them verbatim, entmake refuses them).
+  if (upper == L"DIMENSION") {
+    switch (intGroup(70, 0) & 0x0F) {
+      case 0: return std::make_unique<AcDbRotatedDimension>();
+      case 1: return std::make_unique<AcDbAlignedDimension>();
+      default: return nullptr;
+    }
+  }
+  return NewObjectOfType(upper);
 }
 
 const resbuf* XDataSentinel(const resbuf* list) {

@@ -4,6 +4,7 @@
 // contents.
 #include "kelhost/drawing_files.h"
 
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -20,6 +21,16 @@ namespace {
 bool ReadBytes(const std::string& native, std::string& bytes) {
   std::ifstream in(native, std::ios::binary);
   if (!in) return false;
+  // A regular file is read in one piece into a string of its size: a
+  // large drawing is not copied twice.
+  std::error_code ec;
+  const auto size = std::filesystem::is_regular_file(native, ec) ? std::filesystem::file_size(native, ec) : 0;
+  if (!ec && size > 0) {
+    bytes.resize(size);
+    in.read(bytes.data(), static_cast<std::streamsize>(size));
+    bytes.resize(static_cast<size_t>(in.gcount()));
+    return !in.bad();
+  }
   std::ostringstream s;
   s << in.rdbuf();
   bytes = s.str();

@@ -2,16 +2,20 @@
 // and split into sections and items (an entity or object with its groups)
 // first; then every object is made under its handle, so that references
 // resolve whatever their order in the file; then each is filled from its
-// groups through its class's description. Types the host does not model
-// are kept verbatim. Last, whatever an older file lacks (tables, standard
-// records, the named-object dictionary) is added as a new drawing has it.
+// groups through its class's description; a complex entity's vertices or
+// attributes join it only when all of them read. Types the host does not
+// model are kept verbatim. Last, whatever an older file lacks (tables,
+// standard records and objects, layouts) is added as a new drawing has it.
 #include <set>
 #include <unordered_map>
 
 #include "arx/acutads.h"
+#include "arx/dbblkref.h"
 #include "arx/dbdict.h"
 #include "arx/dbsymtb.h"
 #include "db/database_state.h"
+#include "db/sequences.h"
+#include "db/standard_objects.h"
 #include "dxf/access.h"
 #include "dxf/codec.h"
 #include "dxf/dxf_file.h"
@@ -61,15 +65,24 @@ const TableKind* FindTableKind(const std::string& name) {
 
 enum class Place { kTable, kBlocks, kEntities, kObjects };
 
+// A sub-entity of a complex entity (VERTEX, ATTRIB, SEQEND): its tokens.
+struct Follower {
+  size_t begin = 0, end = 0;
+  std::uint64_t handle = 0;
+};
+
 // One entity or object of the file: its tokens from the 0 group on.
 struct Item {
   Place place = Place::kEntities;
   size_t begin = 0, end = 0;  // [0 group, next item)
   size_t followersEnd = 0;  // end of VERTEX/ATTRIB... SEQEND that belong to it
+  std::vector<Follower> followers;
   std::uint64_t handle = 0;
   AcDbObjectId id;
   const TableKind* table = nullptr;  // for a TABLE of a known kind
 };
+
+struct Head;
 
 std::wstring AtLine(size_t line, const std::wstring& what) { return L"line " + std::to_wstring(line) + L": " + what; }
 
@@ -87,6 +100,16 @@ class Reader {
   bool fillEntities(const Section& s);
   bool fillObjects();
   bool fillObject(Item& item, AcDbObjectId owner, bool mayKeep);
+  bool fillComplex(Item& item, AcDbObjectId owner);
+  // Reads an item's own groups into obj through its class's description
+  // (making the layers it names that the file lacks); false, with why, when
+  // they do not fit the class.
+  bool readFields(AcDbObject* obj, const std::string& type, const Head& head, std::wstring& why);
+  bool readXdata(const Head& head, resbuf*& xdata);
+  // Replaces the object made for an item by one keeping the item's groups
+  // (and its followers') verbatim, with the same owner, xdata and handle.
+  AcDbObject* keepAsRead(Item& item, const Head& head);
+  AcDbObjectId layerNamed(const RawGroups& body);
   void complete();
   AcDbObjectId ensureRecord(Table t, const wchar_t* name, AcDbSymbolTableRecord* (*make)());
   AcDbObjectId ensureTable(Table t);
@@ -169,6 +192,7 @@ bool Reader::collectItems(const Section& s, Place place) {
         size_t e = k + 1;
         while (e < s.end && mTokens[e].code != 0) ++e;
         const std::string& t = mTokens[k].value;
+        item.followers.push_back({k, e, 0});
         if (t == "SEQEND") {
           k = e;
           break;
@@ -195,14 +219,19 @@ bool Reader::collectItems(const Section& s, Place place) {
                                      std::to_wstring(found));
     }
     // Handles (5, or 105 for a dimension style) of the item and its followers.
+    size_t part = 0;  // 0 the item, then 1 + its follower's index
     for (size_t k = i; k < item.followersEnd; ++k) {
       const Token& t = mTokens[k];
-      const bool lead = t.code == 0;
-      if (lead || !(t.code == 5 || (t.code == 105 && type == "DIMSTYLE"))) continue;
+      if (t.code == 0) {
+        if (k >= item.end) ++part;
+        continue;
+      }
+      if (!(t.code == 5 || (t.code == 105 && type == "DIMSTYLE"))) continue;
       std::uint64_t h = 0;
       if (!ParseHandle(t.value, h) || h == 0) return failAt(t.line, L"bad handle \"" + FromUtf8(t.value) + L"\"");
       if (!mHandles.insert(h).second) return failAt(t.line, L"duplicate handle " + FromUtf8(t.value));
-      if (k < item.end && item.handle == 0) item.handle = h;
+      std::uint64_t& slot = part == 0 ? item.handle : item.followers[part - 1].handle;
+      if (slot == 0) slot = h;
     }
     mItems.push_back(item);
     i = item.followersEnd;
@@ -246,8 +275,22 @@ bool Reader::createObjects() {
       continue;
     } else {
       const bool entity = item.place != Place::kObjects;
-      std::unique_ptr<AcDbObject> made = NewObjectOfType(FromUtf8(type));
-      const bool modeled = made && item.followersEnd == item.end && (AcDbEntity::cast(made.get()) != nullptr) == entity &&
+      // The item's own integer groups pick among classes sharing its type.
+      auto intGroup = [&](int code, long fallback) -> long {
+        for (size_t k = item.begin + 1; k < item.end; ++k)
+          if (mTokens[k].code == code) {
+            long long v = 0;
+            return ParseInteger(mTokens[k].value, v) ? static_cast<long>(v) : fallback;
+          }
+        return fallback;
+      };
+      std::unique_ptr<AcDbObject> made = NewObjectOfType(FromUtf8(type), intGroup);
+      // Of complex entities the host models heavy polylines (not meshes,
+      // 16 and 64 in group 70) and block references with attributes.
+      const bool complexModeled = item.followers.empty() ||
+                                  (made && db::SequenceOf(made.get()) &&
+                                   !(type == "POLYLINE" && (intGroup(70, 0) & (16 | 64))));
+      const bool modeled = made && complexModeled && (AcDbEntity::cast(made.get()) != nullptr) == entity &&
                            !AcDbSymbolTableRecord::cast(made.get());
       if (modeled) {
         obj = made.release();
@@ -315,19 +358,72 @@ RawGroups ToRaw(const std::vector<Token>& tokens, size_t begin, size_t end) {
   return out;
 }
 
+bool Reader::readFields(AcDbObject* obj, const std::string& type, const Head& head, std::wstring& why) {
+  FileReader reader(mDb, mTokens.data() + head.body, mTokens.data() + head.xdata,
+                    [this](std::uint64_t h) { return resolve(h); }, FileAnglesInDegrees(FromUtf8(type)));
+  Access::fields(obj, reader);
+  // A layer an entity names that the file lacks is made, as entmake does.
+  for (GroupFiler::PendingRecord& p : reader.pendingRecords) {
+    if (reader.failed()) break;
+    if (p.table != mDb->layerTableId()) {
+      reader.fail(L"no such record \"" + p.name + L"\"");
+      break;
+    }
+    *p.target = ensureRecord(Table::kLayer, p.name.c_str(), [] { return static_cast<AcDbSymbolTableRecord*>(new AcDbLayerTableRecord); });
+  }
+  why = reader.error();
+  return !reader.failed();
+}
+
+bool Reader::readXdata(const Head& head, resbuf*& xdata) {
+  RawGroups raw = ToRaw(mTokens, head.xdata, head.end);
+  xdata = nullptr;
+  return GroupsToChain(raw.data(), raw.data() + raw.size(), [this](std::uint64_t h) { return resolve(h); }, xdata);
+}
+
+AcDbObject* Reader::keepAsRead(Item& item, const Head& head) {
+  AcDbStub* stub = item.id;
+  AcDbObject* old = stub->object.get();
+  KeptData data;
+  data.type = FromUtf8(typeOf(item));
+  data.reactors = head.reactors;
+  data.body = ToRaw(mTokens, head.body, head.xdata);
+  data.followers = ToRaw(mTokens, item.end, item.followersEnd);
+  const AcDbObjectId layer = layerNamed(data.body);
+  AcDbObject* kept = AcDbEntity::cast(old) ? static_cast<AcDbObject*>(new KeptEntity(std::move(data)))
+                                           : new KeptObject(std::move(data));
+  Access::setOwner(kept, old->ownerId());
+  Access::setExtensionDictionary(kept, old->extensionDictionary());
+  std::swap(Access::xdata(kept), Access::xdata(old));
+  Access::setStub(old, nullptr);
+  stub->object.reset(kept);
+  Access::setStub(kept, stub);
+  ExtrasOf(mDb).reactors.erase(stub);
+  if (auto* e = AcDbEntity::cast(kept); e && !layer.isNull()) e->setLayer(layer);
+  return kept;
+}
+
+AcDbObjectId Reader::layerNamed(const RawGroups& body) {
+  for (const RawGroup& g : body)
+    if (g.code == 8) {
+      auto* table = db::PeekAs<AcDbSymbolTable>(mDb->layerTableId());
+      AcDbObjectId found;
+      if (table && table->getAt(FromUtf8(g.value).c_str(), found) == Acad::eOk) return found;
+      break;
+    }
+  return mState.layerZero;
+}
+
 bool Reader::fillObject(Item& item, AcDbObjectId owner, bool mayKeep) {
   AcDbObject* obj = db::Peek(item.id);
-  auto resolver = [this](std::uint64_t h) { return resolve(h); };
-  Head head = ParseHead(mTokens, item.begin, item.end, resolver);
+  Head head = ParseHead(mTokens, item.begin, item.end, [this](std::uint64_t h) { return resolve(h); });
   const size_t line = mTokens[item.begin].line;
   const std::string type = typeOf(item);
   if (owner.isNull()) owner = head.owner;
 
   // Xdata as the object keeps it: 1001 application, its groups, ...
-  RawGroups xdataRaw = ToRaw(mTokens, head.xdata, head.end);
   resbuf* xdata = nullptr;
-  if (!GroupsToChain(xdataRaw.data(), xdataRaw.data() + xdataRaw.size(), resolver, xdata))
-    return failAt(line, L"out of memory");
+  if (!readXdata(head, xdata)) return failAt(line, L"out of memory");
 
   if (KeptEntity::cast(obj) || KeptObject::cast(obj)) {
     KeptData& data = KeptEntity::cast(obj) ? KeptEntity::cast(obj)->kept() : KeptObject::cast(obj)->kept();
@@ -335,65 +431,84 @@ bool Reader::fillObject(Item& item, AcDbObjectId owner, bool mayKeep) {
     data.body = ToRaw(mTokens, head.body, head.xdata);
     data.followers = ToRaw(mTokens, item.end, item.followersEnd);
     if (auto* e = KeptEntity::cast(obj)) {
-      AcDbObjectId layer = mState.layerZero;
-      for (const RawGroup& g : data.body)
-        if (g.code == 8) {
-          auto* table = db::PeekAs<AcDbSymbolTable>(mDb->layerTableId());
-          AcDbObjectId found;
-          if (table && table->getAt(FromUtf8(g.value).c_str(), found) == Acad::eOk) layer = found;
-          break;
-        }
+      const AcDbObjectId layer = layerNamed(data.body);
       if (!layer.isNull()) e->setLayer(layer);
     }
   } else {
-    resbuf* chain = nullptr;
-    RawGroups body = ToRaw(mTokens, head.body, head.xdata);
-    RawGroups kept = body;  // as read, should the object be kept instead
-    if (FileAnglesInDegrees(FromUtf8(type)))
-      for (RawGroup& g : body)
-        if (g.code >= 50 && g.code <= 58) g.value = DegreesToRadiansText(g.value);
-    if (!GroupsToChain(body.data(), body.data() + body.size(), resolver, chain)) {
-      acutRelRb(xdata);
-      return failAt(line, L"out of memory");
-    }
-    std::vector<const resbuf*> groups;
-    for (const resbuf* rb = chain; rb; rb = rb->rbnext) groups.push_back(rb);
-    ListReader reader(mDb, groups, false);
-    Access::fields(obj, reader);
-    acutRelRb(chain);
-    // A layer an entity names that the file lacks is made, as entmake does.
-    for (GroupFiler::PendingRecord& p : reader.pendingRecords) {
-      if (reader.failed()) break;
-      if (p.table != mDb->layerTableId()) {
-        reader.fail(L"no such record \"" + p.name + L"\"");
-        break;
-      }
-      *p.target = ensureRecord(Table::kLayer, p.name.c_str(), [] { return static_cast<AcDbSymbolTableRecord*>(new AcDbLayerTableRecord); });
-    }
-    if (reader.failed()) {
+    std::wstring why;
+    if (!readFields(obj, type, head, why)) {
       if (!mayKeep) {
         acutRelRb(xdata);
-        return failAt(line, FromUtf8(type) + L": " + reader.error());
+        return failAt(line, FromUtf8(type) + L": " + why);
       }
       // Kept as it was read rather than lost.
-      KeptData data;
-      data.type = FromUtf8(type);
-      data.reactors = head.reactors;
-      data.body = std::move(kept);
-      AcDbObject* keptObject = AcDbEntity::cast(obj) ? static_cast<AcDbObject*>(new KeptEntity(std::move(data)))
-                                               : new KeptObject(std::move(data));
-      AcDbStub* stub = item.id;
-      Access::setStub(obj, nullptr);
-      stub->object.reset(keptObject);
-      Access::setStub(keptObject, stub);
-      obj = keptObject;
-      if (auto* e = AcDbEntity::cast(obj)) e->setLayer(mState.layerZero);
+      obj = keepAsRead(item, head);
+    } else if (!head.reactors.empty()) {
+      ExtrasOf(mDb).reactors[item.id] = head.reactors;
     }
   }
   Access::setOwner(obj, owner);
   Access::setExtensionDictionary(obj, head.xdict);
   acutRelRb(Access::xdata(obj));
   Access::xdata(obj) = xdata;
+  return true;
+}
+
+bool Reader::fillComplex(Item& item, AcDbObjectId owner) {
+  if (!fillObject(item, owner, true)) return false;
+  AcDbObject* head = db::Peek(item.id);
+  AcDbSubentSequence* seq = db::SequenceOf(head);
+  if (!seq) return true;  // kept verbatim with its followers
+  // Every follower is read before any joins the database: one that does
+  // not read leaves the whole entity as the file gave it.
+  struct Part {
+    std::unique_ptr<AcDbObject> object;
+    AcDbObjectId xdict;
+    resbuf* xdata = nullptr;
+  };
+  std::vector<Part> parts;
+  bool ok = true;
+  const bool insert = AcDbBlockReference::cast(head) != nullptr;
+  const bool is3d = AcDb3dPolyline::cast(head) != nullptr;
+  for (size_t i = 0; ok && i < item.followers.size(); ++i) {
+    const Follower& f = item.followers[i];
+    const std::string type = mTokens[f.begin].value;
+    auto intGroup = [&](int code, long fallback) -> long {
+      for (size_t k = f.begin + 1; k < f.end; ++k)
+        if (mTokens[k].code == code) {
+          long long v = 0;
+          return ParseInteger(mTokens[k].value, v) ? static_cast<long>(v) : fallback;
+        }
+      return fallback;
+    };
+    std::unique_ptr<AcDbObject> object = NewObjectOfType(FromUtf8(type), intGroup);
+    const bool last = i + 1 == item.followers.size();
+    const AcDbObject* o = object.get();
+    ok = last ? AcDbSequenceEnd::cast(o) != nullptr
+              : insert ? AcDbAttribute::cast(o) != nullptr
+                       : is3d ? AcDb3dPolylineVertex::cast(o) != nullptr : AcDb2dVertex::cast(o) != nullptr;
+    Head h = ParseHead(mTokens, f.begin, f.end, [this](std::uint64_t handle) { return resolve(handle); });
+    std::wstring why;
+    Part part;
+    ok = ok && readFields(object.get(), type, h, why) && readXdata(h, part.xdata);
+    part.object = std::move(object);
+    part.xdict = h.xdict;
+    parts.push_back(std::move(part));
+  }
+  if (!ok) {
+    for (Part& p : parts) acutRelRb(p.xdata);
+    keepAsRead(item, ParseHead(mTokens, item.begin, item.end, [this](std::uint64_t h) { return resolve(h); }));
+    return true;
+  }
+  for (size_t i = 0; i < parts.size(); ++i) {
+    AcDbObject* object = parts[i].object.release();
+    AcDbStub* stub = mState.add(mDb, object, item.followers[i].handle);
+    Access::setOwner(object, item.id);
+    Access::setExtensionDictionary(object, parts[i].xdict);
+    Access::xdata(object) = parts[i].xdata;
+    if (i + 1 == parts.size()) seq->end = AcDbObjectId(stub);
+    else seq->items.push_back(AcDbObjectId(stub));
+  }
   return true;
 }
 
@@ -436,17 +551,34 @@ bool Reader::fillTables() {
     if (!record->isKindOf(static_cast<AcDbSymbolTable*>(table)->recordClass()))
       return failAt(line, FromUtf8(type) + L" in the wrong table");
     if (auto* btr = AcDbBlockTableRecord::cast(record)) {
-      // Only the name is the host's; the rest is kept for the writer.
+      // A block record's file groups are not its entity-list groups (70 is
+      // the insertion units here, the flags on the BLOCK): read them here.
       Head head = ParseHead(mTokens, item.begin, item.end, [this](std::uint64_t h) { return resolve(h); });
       BlockExtras& b = extras.blocks[static_cast<AcDbStub*>(item.id)];
       std::wstring name;
-      for (size_t k = head.body; k < head.end; ++k) {
+      for (size_t k = head.body; k < head.xdata; ++k) {
         const Token& t = mTokens[k];
-        if (t.code == 2 && name.empty()) name = FromUtf8(t.value);
-        else if (t.code != 100 && k < head.xdata) b.recordBody.push_back({t.code, t.value});
+        long long n = 0;
+        std::uint64_t h = 0;
+        if (t.code == 2 && name.empty()) {
+          name = FromUtf8(t.value);
+        } else if (t.code == 340 && ParseHandle(t.value, h)) {
+          // A link to anything but a layout is dropped.
+          btr->setLayoutId(resolve(h));
+        } else if (t.code == 70 && ParseInteger(t.value, n)) {
+          if (btr->setBlockInsertUnits(static_cast<AcDb::UnitsValue>(n)) != Acad::eOk)
+            return failAt(t.line, L"BLOCK_RECORD: bad insertion units in group 70");
+        } else if (t.code == 280 && ParseInteger(t.value, n)) {
+          btr->setExplodable(n != 0);
+        } else if (t.code == 281 && ParseInteger(t.value, n)) {
+          btr->setBlockScaling(n != 0 ? AcDbBlockTableRecord::kUniform : AcDbBlockTableRecord::kAny);
+        } else if (t.code != 100) {
+          b.recordOther.push_back({t.code, t.value});
+        }
       }
       if (name.empty()) return failAt(line, L"BLOCK_RECORD: missing group 2");
       btr->setName(name.c_str());
+      if (!head.reactors.empty()) extras.reactors[item.id] = head.reactors;
       Access::setOwner(btr, table->objectId());
       Access::setExtensionDictionary(btr, head.xdict);
       resbuf* xdata = nullptr;
@@ -487,14 +619,28 @@ bool Reader::fillBlocks() {
     const size_t line = mTokens[item.begin].line;
     if (type == "BLOCK") {
       Head head = ParseHead(mTokens, item.begin, item.end, [this](std::uint64_t h) { return resolve(h); });
-      std::wstring name;
+      // The entity part: up to the AcDbBlockBegin marker, or (files
+      // without markers) the layer and space groups.
+      size_t blockPart = head.body;
+      while (blockPart < head.end && !(mTokens[blockPart].code == 100 && mTokens[blockPart].value == "AcDbBlockBegin"))
+        ++blockPart;
+      const bool marked = blockPart < head.end;
+      if (!marked) blockPart = head.body;
+      RawGroups entityPart = ToRaw(mTokens, head.body, blockPart), other;
+      std::wstring name, path, comments;
       AcGePoint3d origin;
-      for (size_t k = head.body; k < head.end; ++k) {
+      long long flags = 0;
+      for (size_t k = marked ? blockPart + 1 : blockPart; k < head.end; ++k) {
         const Token& t = mTokens[k];
         if (t.code == 2 && name.empty()) name = FromUtf8(t.value);
-        if (t.code == 10) ParseReal(t.value, origin.x);
-        if (t.code == 20) ParseReal(t.value, origin.y);
-        if (t.code == 30) ParseReal(t.value, origin.z);
+        else if (t.code == 10) ParseReal(t.value, origin.x);
+        else if (t.code == 20) ParseReal(t.value, origin.y);
+        else if (t.code == 30) ParseReal(t.value, origin.z);
+        else if (t.code == 70) ParseInteger(t.value, flags);
+        else if (t.code == 1) path = FromUtf8(t.value);
+        else if (t.code == 4) comments = FromUtf8(t.value);
+        else if (!marked && (t.code == 8 || t.code == 67)) entityPart.push_back({t.code, t.value});
+        else if (t.code != 2 && t.code != 3) other.push_back({t.code, t.value});
       }
       if (name.empty()) return failAt(line, L"BLOCK: missing group 2");
       // R12 names the layouts' blocks differently.
@@ -504,9 +650,13 @@ bool Reader::fillBlocks() {
       auto* btr = db::PeekAs<AcDbBlockTableRecord>(block);
       if (!btr) return failAt(line, L"BLOCK \"" + name + L"\" cannot be made");
       btr->setOrigin(origin);
+      btr->setPathName(path.c_str());
+      btr->setComments(comments.c_str());
+      Access::flags(btr) = static_cast<short>(flags);
       BlockExtras& b = extras.blocks[static_cast<AcDbStub*>(block)];
       b.beginHandle = item.handle;
-      b.beginBody = ToRaw(mTokens, head.body, head.end);
+      b.beginEntity = std::move(entityPart);
+      b.beginOther = std::move(other);
       continue;
     }
     if (block.isNull()) return failAt(line, FromUtf8(type) + L" outside a block");
@@ -518,7 +668,7 @@ bool Reader::fillBlocks() {
       block.setNull();
       continue;
     }
-    if (!fillObject(item, block, true)) return false;
+    if (!(item.followers.empty() ? fillObject(item, block, true) : fillComplex(item, block))) return false;
     auto* btr = db::PeekAs<AcDbBlockTableRecord>(block);
     AcDbObject* obj = db::Peek(item.id);
     Access::setOwner(obj, block);
@@ -540,7 +690,7 @@ bool Reader::fillEntities(const Section& s) {
         if (mTokens[k].code == 67) paper = mTokens[k].value.find('1') != std::string::npos;
       owner = paper ? mState.paperSpace : mState.modelSpace;
     }
-    if (!fillObject(item, owner, true)) return false;
+    if (!(item.followers.empty() ? fillObject(item, owner, true) : fillComplex(item, owner))) return false;
     Access::setOwner(db::Peek(item.id), owner);
     Access::entities(db::PeekAs<AcDbBlockTableRecord>(owner)).push_back(item.id);
   }
@@ -646,6 +796,8 @@ bool Reader::run(std::wstring& error) {
     mState.layerZero = ensureRecord(Table::kLayer, L"0", [] { return static_cast<AcDbSymbolTableRecord*>(new AcDbLayerTableRecord); });
   if (mState.byLayer.isNull())
     mState.byLayer = ensureRecord(Table::kLinetype, L"ByLayer", [] { return static_cast<AcDbSymbolTableRecord*>(new AcDbLinetypeTableRecord); });
+  // Texts and attributes name the Standard style unless they say otherwise.
+  ensureRecord(Table::kTextStyle, L"Standard", [] { return static_cast<AcDbSymbolTableRecord*>(new AcDbTextStyleTableRecord); });
   if (!fillBlocks()) return error = mError, false;
   if (const Section* s = section("ENTITIES"))
     if (!fillEntities(*s)) return error = mError, false;
@@ -658,13 +810,15 @@ bool Reader::run(std::wstring& error) {
 }  // namespace
 
 bool ReadDxf(const std::string& bytes, AcDbDatabase* db, std::wstring& error) {
-  std::vector<Token> tokens;
+  TokenList tokens;
   if (!Tokenize(bytes, tokens, error)) return false;
   Reader reader(db, tokens);
   const bool ok = reader.run(error);
   // Everything the reader made is still open for write: done with it.
   for (auto& stub : db->state().stubs)
     if (stub->writer && stub->object) stub->object->close();
+  // What an older file lacks: layouts, plot style names, ...
+  if (ok) db::EnsureStandardObjects(db);
   return ok;
 }
 

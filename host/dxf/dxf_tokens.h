@@ -3,26 +3,57 @@
 // after can trust the values.
 #pragma once
 
+#include <cstdint>
+#include <deque>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "dxf/raw_group.h"
 
 namespace kelhost::dxf {
 
+// A group's value (UTF-8): a view of the file's bytes, or of text the
+// tokenizer decoded. Reads as a std::string_view and converts to a
+// std::string where one is needed.
+class TokenText : public std::string_view {
+ public:
+  TokenText() = default;
+  TokenText(std::string_view text) : std::string_view(text) {}  // NOLINT: a view is a value's text
+  operator std::string() const { return std::string(data(), size()); }
+  TokenText substr(size_type pos = 0, size_type count = npos) const { return std::string_view::substr(pos, count); }
+};
+
 struct Token {
   int code;
-  std::string value;
-  size_t line;  // 1-based line of the group code
+  std::uint32_t line;  // 1-based line of the group code
+  TokenText value;
+};
+
+// The groups of a file. Values view the file's bytes, which must outlive
+// the list, or text the list keeps (older files' code page and \U+XXXX
+// escapes decoded).
+class TokenList : public std::vector<Token> {
+ public:
+  // Keeps text and gives a view of it that lasts as long as the list.
+  std::string_view keep(std::string text) {
+    mKept.push_back(std::move(text));
+    return mKept.back();
+  }
+
+ private:
+  std::deque<std::string> mKept;
 };
 
 // Splits bytes into groups. A drawing older than 2007 (AC1021) that is not
 // valid UTF-8 is taken as Windows-1252, as such files are written in the
 // system code page; a newer one must be UTF-8. False with a message
 // naming the line on the first fault.
-bool Tokenize(const std::string& bytes, std::vector<Token>& tokens, std::wstring& error);
+bool Tokenize(const std::string& bytes, TokenList& tokens, std::wstring& error);
+// The tokens view the bytes: a temporary would leave them dangling.
+bool Tokenize(std::string&& bytes, TokenList& tokens, std::wstring& error) = delete;
 
 // Whether the bytes are well-formed UTF-8.
-bool IsValidUtf8(const std::string& bytes);
+bool IsValidUtf8(std::string_view bytes);
 
 }  // namespace kelhost::dxf

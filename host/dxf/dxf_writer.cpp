@@ -1,10 +1,12 @@
 // Writing a database as DXF 2013 (AC1027, UTF-8): HEADER from the
 // database's variables, CLASSES, TABLES, BLOCKS (each block's BLOCK and
 // ENDBLK with their handles kept from the file or given once), ENTITIES
-// (model space, then paper space), OBJECTS (the named-object dictionary
+// (model space, then paper space; a complex entity followed by its
+// vertices or attributes and SEQEND), OBJECTS (the named-object dictionary
 // first). Objects the host does not model are written back as read.
 #include <cstdio>
 
+#include "arx/dbblkref.h"
 #include "arx/dbdict.h"
 #include "arx/dbsymtb.h"
 #include "db/database_state.h"
@@ -13,6 +15,7 @@
 #include "dxf/file_extras.h"
 #include "dxf/file_filer.h"
 #include "dxf/header_io.h"
+#include "db/sequences.h"
 #include "dxf/kept_object.h"
 #include "kelhost/text.h"
 
@@ -34,6 +37,9 @@ class Writer {
  private:
   void group(int code, const std::string& value) { mOut.push_back({code, value}); }
   void object(AcDbObject* obj);
+  void reactors(const AcDbObject* obj);
+  void blockEntityGroups(const RawGroups& read, bool paper);
+  void classes();
   void table(Table t, const char* name);
   void blockRecord(AcDbBlockTableRecord* btr);
   void blocks();
@@ -42,12 +48,37 @@ class Writer {
   BlockExtras& extrasOf(AcDbBlockTableRecord* btr);
   bool isLayout(AcDbObjectId id) const { return id == mState.modelSpace || id == mState.paperSpace; }
 
+  // Turns the groups so far into the file's text: done after each entity,
+  // so that a drawing's groups are never all held at once.
+  void flush() {
+    AppendGroupLines(mOut.data(), mOut.data() + mOut.size(), mText);
+    mOut.clear();
+  }
+
   AcDbDatabase* mDb;
   db::DatabaseState& mState;
   FileExtras& mExtras;
   RawGroups mOut;
+  std::string mText;
   std::wstring mError;
 };
+
+void Writer::reactors(const AcDbObject* obj) {
+  auto it = mExtras.reactors.find(static_cast<AcDbStub*>(obj->objectId()));
+  if (it == mExtras.reactors.end()) return;
+  // Reactors that are gone are left out; a group left empty goes too.
+  RawGroups live;
+  for (const RawGroup& g : it->second) {
+    std::uint64_t h = 0;
+    if (g.code == 330 || g.code == 360) {
+      if (!ParseHandle(g.value, h)) continue;
+      auto found = mState.byHandle.find(h);
+      if (found == mState.byHandle.end() || found->second->erased || !found->second->object) continue;
+    }
+    live.push_back(g);
+  }
+  if (live.size() > 2) mOut.insert(mOut.end(), live.begin(), live.end());
+}
 
 void Writer::object(AcDbObject* obj) {
   const KeptData* kept = KeptDataOf(obj);
@@ -55,6 +86,7 @@ void Writer::object(AcDbObject* obj) {
   group(0, ToUtf8(type));
   group(AcDbDimStyleTableRecord::cast(obj) ? 105 : 5, HandleOf(obj->objectId()));
   if (kept) mOut.insert(mOut.end(), kept->reactors.begin(), kept->reactors.end());
+  else reactors(obj);
   const AcDbObjectId xdict = obj->extensionDictionary();
   if (!xdict.isNull() && !xdict.isErased()) {
     group(102, "{ACAD_XDICTIONARY");
@@ -62,15 +94,60 @@ void Writer::object(AcDbObject* obj) {
     group(102, "}");
   }
   group(330, HandleOf(obj->ownerId()));
+  bool follows = false;  // 66 written as 1: vertices or attributes follow
   if (kept) {
     mOut.insert(mOut.end(), kept->body.begin(), kept->body.end());
   } else {
+    const size_t from = mOut.size();
     FileWriter w(mDb, mOut, FileAnglesInDegrees(type));
     Access::fields(obj, w);
     if (w.failed() && mError.empty()) mError = type + L": " + w.error();
+    for (size_t i = from; i < mOut.size() && !follows; ++i) follows = mOut[i].code == 66 && mOut[i].value == "1";
   }
   ChainToGroups(Access::xdata(obj), mOut);
   if (kept) mOut.insert(mOut.end(), kept->followers.begin(), kept->followers.end());
+  // A complex entity's vertices or attributes follow it, then its SEQEND.
+  if (AcDbSubentSequence* seq = db::SequenceOf(obj); seq && follows) {
+    for (const AcDbObjectId& id : seq->items)
+      if (!id.isErased())
+        if (AcDbObject* sub = db::Peek(id)) object(sub);
+    if (AcDbObject* end = db::Peek(seq->end)) object(end);
+  }
+}
+
+// The classes of the file read, then those of the host's objects that are
+// not built into the format, when the drawing has any.
+void Writer::classes() {
+  mOut.insert(mOut.end(), mExtras.classes.begin(), mExtras.classes.end());
+  struct ClassInfo {
+    const char* dxfName;
+    const char* cppName;
+  };
+  static const ClassInfo kClasses[] = {{"ACDBDICTIONARYWDFLT", "AcDbDictionaryWithDefault"},
+                                       {"ACDBPLACEHOLDER", "AcDbPlaceHolder"},
+                                       {"LAYOUT", "AcDbLayout"},
+                                       {"PLOTSETTINGS", "AcDbPlotSettings"}};
+  for (const ClassInfo& c : kClasses) {
+    bool listed = false;
+    for (size_t i = 0; i + 1 < mExtras.classes.size() && !listed; ++i)
+      listed = mExtras.classes[i].code == 0 && mExtras.classes[i + 1].code == 1 &&
+               EqualNoCase(FromUtf8(mExtras.classes[i + 1].value), FromUtf8(c.dxfName));
+    if (listed) continue;
+    size_t count = 0;
+    const std::wstring name = FromUtf8(c.dxfName);
+    for (const auto& stub : mState.stubs)
+      if (stub->object && !stub->erased && !KeptDataOf(stub->object.get()) && stub->object->isA()->dxfName() == name)
+        ++count;
+    if (count == 0) continue;
+    group(0, "CLASS");
+    group(1, c.dxfName);
+    group(2, c.cppName);
+    group(3, "ObjectDBX Classes");
+    group(90, "0");
+    group(91, std::to_string(count));
+    group(280, "0");
+    group(281, "0");
+  }
 }
 
 void Writer::table(Table t, const char* name) {
@@ -119,14 +196,31 @@ void Writer::blockRecord(AcDbBlockTableRecord* btr) {
   group(100, "AcDbSymbolTableRecord");
   group(100, "AcDbBlockTableRecord");
   group(2, ToUtf8(btr->getName()));
-  if (b.recordBody.empty()) {
-    group(70, "0");  // insertion units: none
-    group(280, "1");
-    group(281, "0");
-  } else {
-    mOut.insert(mOut.end(), b.recordBody.begin(), b.recordBody.end());
-  }
+  group(340, HandleOf(btr->getLayoutId()));
+  group(70, std::to_string(static_cast<int>(btr->blockInsertUnits())));
+  group(280, btr->explodable() ? "1" : "0");
+  group(281, btr->blockScaling() == AcDbBlockTableRecord::kUniform ? "1" : "0");
+  mOut.insert(mOut.end(), b.recordOther.begin(), b.recordOther.end());
   ChainToGroups(Access::xdata(btr), mOut);
+}
+
+// A BLOCK's or ENDBLK's entity groups: as read when the file had subclass
+// markers; else (a new block, an R12 file) its layer and space.
+void Writer::blockEntityGroups(const RawGroups& read, bool paper) {
+  if (!read.empty() && read.front().code == 100) {
+    mOut.insert(mOut.end(), read.begin(), read.end());
+    return;
+  }
+  group(100, "AcDbEntity");
+  bool layer = false, space = false;
+  for (const RawGroup& g : read)
+    if (g.code == 8 || g.code == 67) {
+      mOut.push_back(g);
+      layer = layer || g.code == 8;
+      space = space || g.code == 67;
+    }
+  if (paper && !space) group(67, "1");
+  if (!layer) group(8, "0");
 }
 
 void Writer::blocks() {
@@ -141,39 +235,35 @@ void Writer::blocks() {
     group(0, "BLOCK");
     group(5, HandleText(b.beginHandle));
     group(330, HandleOf(id));
-    if (b.beginBody.empty()) {
-      group(100, "AcDbEntity");
-      if (id == mState.paperSpace) group(67, "1");
-      group(8, "0");
-      group(100, "AcDbBlockBegin");
-      group(2, name);
-      group(70, name.size() > 1 && name[0] == '*' && !isLayout(id) ? "1" : "0");
-      group(10, FormatReal(origin.x));
-      group(20, FormatReal(origin.y));
-      group(30, FormatReal(origin.z));
-      group(3, name);
-      group(1, "");
-    } else {
-      // As read, with the block's current name and base point.
-      for (RawGroup g : b.beginBody) {
-        if (g.code == 2 || g.code == 3) g.value = name;
-        if (g.code == 10) g.value = FormatReal(origin.x);
-        if (g.code == 20) g.value = FormatReal(origin.y);
-        if (g.code == 30) g.value = FormatReal(origin.z);
-        mOut.push_back(g);
-      }
-    }
+    blockEntityGroups(b.beginEntity, id == mState.paperSpace);
+    // The block's own part from the block record.
+    short flags = Access::flags(btr);
+    if (name.size() > 1 && name[0] == '*' && !isLayout(id)) flags |= 1;  // *U..., *D...: anonymous
+    const ACHAR* path = L"";
+    const ACHAR* comments = L"";
+    btr->pathName(path);
+    btr->comments(comments);
+    group(100, "AcDbBlockBegin");
+    group(2, name);
+    group(70, std::to_string(flags));
+    group(10, FormatReal(origin.x));
+    group(20, FormatReal(origin.y));
+    group(30, FormatReal(origin.z));
+    group(3, name);
+    group(1, ToUtf8(path));
+    if (*comments) group(4, ToUtf8(comments));
+    mOut.insert(mOut.end(), b.beginOther.begin(), b.beginOther.end());
     if (!isLayout(id)) entitiesOf(id);
     group(0, "ENDBLK");
     group(5, HandleText(b.endHandle));
     group(330, HandleOf(id));
-    if (b.endBody.empty()) {
-      group(100, "AcDbEntity");
-      if (id == mState.paperSpace) group(67, "1");
-      group(8, "0");
-      group(100, "AcDbBlockEnd");
-    } else {
+    bool marked = false;
+    for (const RawGroup& g : b.endBody) marked = marked || (g.code == 100 && g.value == "AcDbBlockEnd");
+    if (marked) {
       mOut.insert(mOut.end(), b.endBody.begin(), b.endBody.end());
+    } else {
+      blockEntityGroups(b.endBody, id == mState.paperSpace);
+      group(100, "AcDbBlockEnd");
     }
   }
 }
@@ -183,7 +273,10 @@ void Writer::entitiesOf(AcDbObjectId block) {
   if (!btr) return;
   for (AcDbObjectId id : Access::entities(btr))
     if (!id.isErased())
-      if (AcDbObject* obj = db::Peek(id)) object(obj);
+      if (AcDbObject* obj = db::Peek(id)) {
+        object(obj);
+        flush();
+      }
 }
 
 void Writer::objects() {
@@ -210,7 +303,7 @@ bool Writer::run(std::string& out, std::wstring& error) {
   WriteHeader(mDb, mState.nextHandle, mOut);
   group(0, "ENDSEC");
   section("CLASSES");
-  mOut.insert(mOut.end(), mExtras.classes.begin(), mExtras.classes.end());
+  classes();
   group(0, "ENDSEC");
   section("TABLES");
   table(Table::kViewport, "VPORT");
@@ -242,15 +335,8 @@ bool Writer::run(std::string& out, std::wstring& error) {
   group(0, "EOF");
   if (!mError.empty()) return error = mError, false;
 
-  out.clear();
-  out.reserve(mOut.size() * 16);
-  char code[16];
-  for (const RawGroup& g : mOut) {
-    std::snprintf(code, sizeof code, "%3d\n", g.code);
-    out += code;
-    out += g.value;
-    out += '\n';
-  }
+  flush();
+  out = std::move(mText);
   return true;
 }
 

@@ -1,19 +1,38 @@
 #include "dxf/file_filer.h"
 
-#include <cstdio>
+#include <charconv>
+#include <cstdint>
+#include <cmath>
 #include <cstdlib>
+#include <cstring>
+#include <cwchar>
 
 #include "arx/dbsymtb.h"
 #include "db/stub.h"
+#include "dxf/access.h"
+#include "dxf/group_values.h"
 #include "kelhost/text.h"
 
 namespace kelhost::dxf {
 
-void FileWriter::subclass(const wchar_t* marker) { mOut.push_back({100, ToUtf8(marker)}); }
+namespace {
+// Wide text as UTF-8, without the general conversion for plain ASCII (the
+// markers, most names and values).
+std::string Utf8Of(const wchar_t* text, size_t length) {
+  std::string out(length, '\0');
+  for (size_t i = 0; i < length; ++i) {
+    if (static_cast<std::uint32_t>(text[i]) >= 0x80) return ToUtf8(std::wstring(text, length));
+    out[i] = static_cast<char>(text[i]);
+  }
+  return out;
+}
+}  // namespace
+
+void FileWriter::subclass(const wchar_t* marker) { mOut.push_back({100, Utf8Of(marker, std::wcslen(marker))}); }
 
 void FileWriter::text(int code, std::wstring& v, const wchar_t* def, Presence p) {
   if (p == Presence::kUnlessDefault && v == def) return;
-  mOut.push_back({code, ToUtf8(v)});
+  mOut.push_back({code, Utf8Of(v.data(), v.size())});
 }
 
 namespace {
@@ -23,12 +42,16 @@ bool IsAngle(int code) { return code >= 50 && code <= 58; }
 // "200" as 200 through a read and a write.
 double Clean(double v) {
   char buf[40];
-  std::snprintf(buf, sizeof buf, "%.15g", v);
-  return std::strtod(buf, nullptr);
+  const std::to_chars_result r = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::scientific, 14);
+  double cleaned = v;
+  std::from_chars(buf, r.ptr, cleaned);
+  return cleaned;
 }
 }  // namespace
 
-bool FileAnglesInDegrees(const std::wstring& type) { return !EqualNoCase(type, L"MTEXT"); }
+// MTEXT's rotation (50) is in degrees too, whatever the DXF reference
+// says: that is what files hold (ezdxf and others write and read it so).
+bool FileAnglesInDegrees(const std::wstring&) { return true; }
 
 std::string DegreesToRadiansText(const std::string& degrees) {
   double d = 0;
@@ -36,29 +59,35 @@ std::string DegreesToRadiansText(const std::string& degrees) {
   return FormatReal(d * kPi / 180.0);
 }
 
+void FileWriter::addReal(int code, double v) {
+  RawGroup& g = mOut.emplace_back();
+  g.code = code;
+  AppendReal(v, g.value);
+}
+
 void FileWriter::real(int code, double& v, double def, Presence p) {
   if (p == Presence::kUnlessDefault && v == def) return;
-  mOut.push_back({code, FormatReal(mDegrees && IsAngle(code) ? Clean(v * 180.0 / kPi) : v)});
+  addReal(code, mDegrees && IsAngle(code) ? Clean(v * 180.0 / kPi) : v);
 }
 
 void FileWriter::point(int code, AcGePoint3d& v, Presence p) {
   if (p == Presence::kUnlessDefault && v.x == 0 && v.y == 0 && v.z == 0) return;
-  mOut.push_back({code, FormatReal(v.x)});
-  mOut.push_back({code + 10, FormatReal(v.y)});
-  mOut.push_back({code + 20, FormatReal(v.z)});
+  addReal(code, v.x);
+  addReal(code + 10, v.y);
+  addReal(code + 20, v.z);
 }
 
 void FileWriter::point2d(int code, AcGePoint2d& v, Presence p) {
   if (p == Presence::kUnlessDefault && v.x == 0 && v.y == 0) return;
-  mOut.push_back({code, FormatReal(v.x)});
-  mOut.push_back({code + 10, FormatReal(v.y)});
+  addReal(code, v.x);
+  addReal(code + 10, v.y);
 }
 
 void FileWriter::vector(int code, AcGeVector3d& v, const AcGeVector3d& def, Presence p) {
   if (p == Presence::kUnlessDefault && v.x == def.x && v.y == def.y && v.z == def.z) return;
-  mOut.push_back({code, FormatReal(v.x)});
-  mOut.push_back({code + 10, FormatReal(v.y)});
-  mOut.push_back({code + 20, FormatReal(v.z)});
+  addReal(code, v.x);
+  addReal(code + 10, v.y);
+  addReal(code + 20, v.z);
 }
 
 void FileWriter::int16(int code, short& v, short def, Presence p) {
@@ -75,16 +104,136 @@ void FileWriter::id(int code, AcDbObjectId& v, Presence p) {
   AcDbStub* stub = v;
   const bool live = db::IsLiveStub(stub) && !stub->erased;
   if (p == Presence::kUnlessDefault && !live) return;
-  mOut.push_back({code, live ? HandleText(stub->handle) : "0"});
+  RawGroup& g = mOut.emplace_back();
+  g.code = code;
+  if (live) AppendHandle(stub->handle, g.value);
+  else g.value = "0";
 }
 
 void FileWriter::record(int code, AcDbObjectId& v, AcDbObjectId, const wchar_t* def, Presence p, bool) {
   auto* rec = db::PeekAs<AcDbSymbolTableRecord>(v);
-  std::wstring name = rec ? rec->getName() : def;
-  if (p == Presence::kUnlessDefault && EqualNoCase(name, def)) return;
-  mOut.push_back({code, ToUtf8(name)});
+  const std::wstring* name = rec ? &Access::name(rec) : nullptr;
+  if (p == Presence::kUnlessDefault && (name ? (*name == def || EqualNoCase(*name, def)) : true)) return;
+  mOut.push_back({code, name ? Utf8Of(name->data(), name->size()) : Utf8Of(def, std::wcslen(def))});
 }
 
 void FileWriter::chain(resbuf*& data) { ChainToGroups(data, mOut); }
+
+// ---------------------------------------------------------------- reader
+
+namespace {
+
+// One set of buffers, lent to one reader at a time (a reader made while
+// another lives uses buffers of its own). Like the rest of the database
+// layer, and the platform's, readers run on one thread.
+struct SpareBuffers {
+  FileReader::Buffers buffers;
+  bool lent = false;
+};
+SpareBuffers gSpare;
+
+// The records names were found as lately: a few dozen, each in a slot
+// chosen by its table and name.
+struct FoundRecord {
+  AcDbObjectId table, record;
+  std::wstring name;
+};
+FoundRecord gFound[64];
+
+}  // namespace
+
+FileReader::FileReader(AcDbDatabase* db, const Token* begin, const Token* end, const ResolveHandle& resolve,
+                       bool anglesInDegrees)
+    : ListReader(db, false) {
+  if (!gSpare.lent) {
+    gSpare.lent = true;
+    mLent = &gSpare.buffers;
+    std::swap(mBuffers, *mLent);
+  }
+  std::vector<resbuf>& nodes = mBuffers.nodes;
+  // One node per group at most: the nodes never move once made.
+  nodes.clear();
+  nodes.reserve(static_cast<size_t>(end - begin));
+  mBuffers.text.clear();
+  mBuffers.textAt.clear();
+  if (!ConvertGroups(begin, end, resolve, *this)) fail(L"out of memory");
+  for (const auto& [node, at] : mBuffers.textAt) nodes[node].resval.rstring = &mBuffers.text[at];
+  for (size_t i = 0; i < nodes.size(); ++i) {
+    resbuf& rb = nodes[i];
+    rb.rbnext = i + 1 < nodes.size() ? &nodes[i + 1] : nullptr;
+    // Degrees made radians as DegreesToRadiansText makes them (its text
+    // reads back as the same double; a product too large for a double
+    // has no text that reads, and becomes 0).
+    if (anglesInDegrees && IsAngle(rb.restype)) {
+      const double r = rb.resval.rreal * kPi / 180.0;
+      rb.resval.rreal = std::isfinite(r) ? r : 0.0;
+    }
+  }
+  swapBuffers(mBuffers.groups, mBuffers.used);
+  setGroups(nodes.data(), nodes.size());
+}
+
+FileReader::~FileReader() {
+  if (mBinary)
+    for (resbuf& rb : mBuffers.nodes)
+      if (FileResbufKind(rb.restype) == RbKind::kBinary) std::free(rb.resval.rbinary.buf);
+  swapBuffers(mBuffers.groups, mBuffers.used);
+  if (mLent) {
+    std::swap(mBuffers, *mLent);
+    gSpare.lent = false;
+  }
+}
+
+resbuf* FileReader::newNode(int code) {
+  resbuf& rb = mBuffers.nodes.emplace_back();
+  std::memset(&rb, 0, sizeof rb);
+  rb.restype = static_cast<short>(code);
+  return &rb;
+}
+
+bool FileReader::setText(resbuf* rb, std::string_view utf8) {
+  std::wstring& text = mBuffers.text;
+  mBuffers.textAt.emplace_back(static_cast<size_t>(rb - mBuffers.nodes.data()), text.size());
+  const size_t at = text.size();
+  text.resize(at + utf8.size() + 1);  // with the null that ends it
+  wchar_t* out = &text[at];
+  for (size_t i = 0; i < utf8.size(); ++i) {
+    const auto c = static_cast<unsigned char>(utf8[i]);
+    if (c >= 0x80) {
+      text.resize(at);
+      text += FromUtf8(std::string(utf8));
+      text += L'\0';
+      return true;
+    }
+    out[i] = static_cast<wchar_t>(c);
+  }
+  out[utf8.size()] = L'\0';
+  return true;
+}
+
+bool FileReader::setBinary(resbuf* rb, std::string_view hex) {
+  mBinary = true;
+  return HexToBinary(hex, rb);
+}
+
+AcDbObjectId FileReader::findRecord(AcDbObjectId table, const wchar_t* name) {
+  std::size_t hash = reinterpret_cast<std::uintptr_t>(static_cast<AcDbStub*>(table)) / sizeof(AcDbStub);
+  for (const wchar_t* c = name; *c; ++c) hash = hash * 31 + static_cast<std::size_t>(*c);
+  FoundRecord& slot = gFound[hash % 64];
+  // Still that table's record of exactly that name? Names are unique in a
+  // table, so then it is the one the table would find.
+  if (slot.table == table && slot.name == name) {
+    AcDbStub* stub = slot.record;
+    auto* record = db::IsLiveStub(stub) && !stub->erased ? AcDbSymbolTableRecord::cast(stub->object.get()) : nullptr;
+    if (record && record->ownerId() == table && Access::name(record) == name) return slot.record;
+  }
+  const AcDbObjectId id = ListReader::findRecord(table, name);
+  if (!id.isNull()) {
+    slot.table = table;
+    slot.record = id;
+    slot.name = name;
+  }
+  return id;
+}
 
 }  // namespace kelhost::dxf

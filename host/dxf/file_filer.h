@@ -1,8 +1,14 @@
-// The GroupFiler that writes an object's groups as a DXF file has them:
-// references as handles, points as their X/Y/Z groups, 2D points without Z.
+// The GroupFilers of DXF files. The writer puts an object's groups as a
+// file has them: references as handles, points as their X/Y/Z groups, 2D
+// points without Z. The reader takes them from a file's tokens.
 #pragma once
 
+#include <string>
+#include <vector>
+
+#include "dxf/dxf_tokens.h"
 #include "dxf/group_filer.h"
+#include "dxf/list_filer.h"
 #include "dxf/raw_group.h"
 
 namespace kelhost::dxf {
@@ -10,7 +16,7 @@ namespace kelhost::dxf {
 class FileWriter : public GroupFiler {
  public:
   // Angles (50-58) are radians in the database and entity lists but
-  // degrees in files, except where the file keeps radians (MTEXT).
+  // degrees in files (see FileAnglesInDegrees).
   FileWriter(AcDbDatabase* db, RawGroups& out, bool anglesInDegrees = true)
       : GroupFiler(db), mOut(out), mDegrees(anglesInDegrees) {}
   bool reading() const override { return false; }
@@ -31,8 +37,46 @@ class FileWriter : public GroupFiler {
   void endRepeat() override {}
 
  private:
+  void addReal(int code, double v);
   RawGroups& mOut;
   bool mDegrees;
+};
+
+// Reads an object from its own groups in a file exactly as a ListReader
+// reads the same groups made into a chain by GroupsToChain (angles in
+// degrees made radians first): the result buffers are the reader's own,
+// made in one block, which is what makes reading a large file fast.
+class FileReader : public ListReader {
+ public:
+  FileReader(AcDbDatabase* db, const Token* begin, const Token* end, const ResolveHandle& resolve,
+             bool anglesInDegrees = true);
+  ~FileReader() override;
+  FileReader(const FileReader&) = delete;
+  FileReader& operator=(const FileReader&) = delete;
+
+  // The conversion's parts (see ConvertGroups).
+  resbuf* newNode(int code);
+  bool setText(resbuf* rb, std::string_view utf8);
+  bool setBinary(resbuf* rb, std::string_view hex);
+
+  // The buffers readers pass on to the next one (see the constructor).
+  struct Buffers {
+    std::vector<resbuf> nodes;
+    std::wstring text;                              // every text value, each ended by a null
+    std::vector<std::pair<size_t, size_t>> textAt;  // node, where its text starts
+    std::vector<const resbuf*> groups;
+    std::vector<unsigned char> used;
+  };
+
+ protected:
+  // Files name the same few records over and over: the last record found
+  // in each table is checked first.
+  AcDbObjectId findRecord(AcDbObjectId table, const wchar_t* name) override;
+
+ private:
+  Buffers mBuffers;
+  Buffers* mLent = nullptr;  // whose buffers these are, to give back
+  bool mBinary = false;      // a node holds a binary chunk to free
 };
 
 // Whether the file form of a DXF type holds its 50-58 angles in degrees.

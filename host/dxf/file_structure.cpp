@@ -1,39 +1,40 @@
 #include "dxf/file_structure.h"
 
 #include "arx/dbdatabase.h"
-#include "arx/dbdict.h"
-#include "dxf/kept_object.h"
+#include "arx/dbpoly.h"
+#include "db/database_state.h"
+#include "db/standard_objects.h"
+#include "dxf/access.h"
 
 namespace kelhost::dxf {
 namespace {
 
-// Adds key to the dictionary named dictKey of the named-object dictionary
-// when missing, as an object of the given DXF type with the given groups.
-void EnsureEntry(AcDbDatabase* db, const wchar_t* dictKey, const wchar_t* key, const wchar_t* type, RawGroups body) {
-  AcDbDictionary* nod = nullptr;
-  if (db->getNamedObjectsDictionary(nod, AcDb::kForRead) != Acad::eOk) return;
-  AcDbObjectId dictId;
-  const bool found = nod->getAt(dictKey, dictId) == Acad::eOk;
-  nod->close();
-  AcDbDictionary* dict = nullptr;
-  if (!found || acdbOpenObject(dict, dictId, AcDb::kForRead) != Acad::eOk) return;
-  const bool has = dict->has(key);
-  dict->close();
-  if (has || acdbOpenObject(dict, dictId, AcDb::kForWrite) != Acad::eOk) return;
-  KeptData data;
-  data.type = type;
-  data.body = std::move(body);
-  auto* object = new KeptObject(std::move(data));
-  AcDbObjectId id;
-  if (dict->setAt(key, object, id) == Acad::eOk) object->close();
-  else delete object;
-  dict->close();
+// A heavy polyline is followed by its SEQEND in a file even when it has no
+// vertex (the first vertex appended brings the SEQEND otherwise).
+void EnsureSequenceEnd(AcDbDatabase* db, AcDbEntity* polyline, AcDbSubentSequence& seq) {
+  if (!seq.end.isNull()) return;
+  auto* end = new AcDbSequenceEnd;
+  end->setPropertiesFrom(polyline);
+  if (db->addAcDbObject(seq.end, end) != Acad::eOk) {
+    delete end;
+    return;
+  }
+  Access::setOwner(end, polyline->objectId());
+  end->close();
 }
 
 }  // namespace
 
 void CompleteForFile(AcDbDatabase* db) {
-  EnsureEntry(db, L"ACAD_PLOTSTYLENAME", L"Normal", L"ACDBPLACEHOLDER", {});
+  db::EnsureStandardObjects(db);
+  // Stubs are added while walking: walk by index over those there now.
+  auto& stubs = db->state().stubs;
+  for (size_t i = 0, n = stubs.size(); i < n; ++i) {
+    AcDbStub* stub = stubs[i].get();
+    if (stub->erased || !stub->object) continue;
+    if (auto* p = AcDb2dPolyline::cast(stub->object.get())) EnsureSequenceEnd(db, p, p->sequence());
+    else if (auto* p3 = AcDb3dPolyline::cast(stub->object.get())) EnsureSequenceEnd(db, p3, p3->sequence());
+  }
 }
 
 }  // namespace kelhost::dxf

@@ -1,6 +1,7 @@
 // What every drawing file carries even when the drawing never used it,
 // added to the database before it is written so that readers (the CAD
-// program, ezdxf) find a complete structure: the "Normal" plot style name.
+// program, ezdxf) find a complete structure: the standard objects (layouts,
+// plot style names, ...) and a SEQEND closing every heavy polyline.
 #pragma once
 
 class AcDbDatabase;

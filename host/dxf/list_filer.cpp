@@ -1,5 +1,7 @@
 #include "dxf/list_filer.h"
 
+#include <cwchar>
+
 #include "ads/rbkind.h"
 #include "arx/acdbads.h"
 #include "arx/acutads.h"
@@ -10,11 +12,13 @@
 namespace kelhost::dxf {
 namespace {
 
+std::uint64_t CodeBit(int code) { return std::uint64_t{1} << (static_cast<unsigned>(code) & 63); }
+
 // The record of a table with that name (without regard to case), or null.
-AcDbObjectId FindRecord(AcDbObjectId tableId, const std::wstring& name) {
+AcDbObjectId FindRecord(AcDbObjectId tableId, const wchar_t* name) {
   auto* table = db::PeekAs<AcDbSymbolTable>(tableId);
   AcDbObjectId id;
-  if (table && table->getAt(name.c_str(), id) == Acad::eOk) return id;
+  if (table && table->getAt(name, id) == Acad::eOk) return id;
   return AcDbObjectId::kNull;
 }
 
@@ -128,17 +132,43 @@ void ListWriter::chain(resbuf*& data) {
 
 // ---------------------------------------------------------------- reader
 
+AcDbObjectId ListReader::findRecord(AcDbObjectId table, const wchar_t* name) { return FindRecord(table, name); }
+
 ListReader::ListReader(AcDbDatabase* db, const std::vector<const resbuf*>& groups, bool modify)
-    : GroupFiler(db), mGroups(groups), mUsed(groups.size(), false), mEnd(groups.size()), mModify(modify) {
-  for (const resbuf* rb : mGroups)
+    : GroupFiler(db), mGroups(groups), mUsed(groups.size(), 0), mEnd(groups.size()), mModify(modify) {
+  for (const resbuf* rb : mGroups) {
     if (rb->restype == 100) mHasMarkers = true;
+    mCodes |= CodeBit(rb->restype);
+  }
 }
+
+ListReader::ListReader(AcDbDatabase* db, bool modify) : GroupFiler(db), mModify(modify) {}
+
+void ListReader::setGroups(const resbuf* nodes, size_t count) {
+  mGroups.resize(count);
+  for (size_t i = 0; i < count; ++i) {
+    mGroups[i] = nodes + i;
+    if (nodes[i].restype == 100) mHasMarkers = true;
+    mCodes |= CodeBit(nodes[i].restype);
+  }
+  mUsed.assign(count, 0);
+  mBegin = 0;
+  mEnd = count;
+}
+
+namespace {
+// Markers come as the class writes them nearly always: compare exactly
+// before comparing without regard to case.
+bool SameMarker(const wchar_t* text, const wchar_t* marker) {
+  return std::wcscmp(text, marker) == 0 || EqualNoCase(text, marker);
+}
+}  // namespace
 
 void ListReader::subclass(const wchar_t* marker) {
   if (!mHasMarkers) return;
   for (size_t i = mMarkerPos; i < mGroups.size(); ++i) {
     const resbuf* rb = mGroups[i];
-    if (rb->restype == 100 && rb->resval.rstring && EqualNoCase(rb->resval.rstring, marker)) {
+    if (rb->restype == 100 && rb->resval.rstring && SameMarker(rb->resval.rstring, marker)) {
       mUsed[i] = true;
       mBegin = i + 1;
       mEnd = mGroups.size();
@@ -170,6 +200,10 @@ bool ListReader::claimable(size_t i) const {
 }
 
 const resbuf* ListReader::take(int code, Presence p) {
+  if (!(mCodes & CodeBit(code))) {
+    if (p == Presence::kRequired && !mModify) fail(L"missing group " + std::to_wstring(code));
+    return nullptr;
+  }
   for (size_t i = mBegin; i < mEnd; ++i)
     if (!mUsed[i] && mGroups[i]->restype == code) return mUsed[i] = true, mGroups[i];
   if (!mInRepeat) {
@@ -252,14 +286,14 @@ void ListReader::record(int code, AcDbObjectId& v, AcDbObjectId table, const wch
                         bool createMissing) {
   const resbuf* rb = take(code, p);
   if (!rb && mModify) return;
-  std::wstring name = rb && rb->resval.rstring ? rb->resval.rstring : def;
-  AcDbObjectId found = FindRecord(table, name);
+  const wchar_t* name = rb && rb->resval.rstring ? rb->resval.rstring : def;
+  AcDbObjectId found = findRecord(table, name);
   if (!found.isNull()) {
     v = found;
-  } else if (createMissing && acdbSNValid(name.c_str(), 0) == RTNORM) {
+  } else if (createMissing && acdbSNValid(name, 0) == RTNORM) {
     pendingRecords.push_back({table, name, &v});
   } else {
-    fail(L"no such record \"" + name + L"\" for group " + std::to_wstring(code));
+    fail(L"no such record \"" + std::wstring(name) + L"\" for group " + std::to_wstring(code));
   }
 }
 

@@ -3,6 +3,7 @@
 // entity lists so), confined to the right subclass when markers are given.
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "dxf/group_filer.h"
@@ -66,12 +67,26 @@ class ListReader : public GroupFiler {
   void enterRecord(size_t index) override;
   void endRepeat() override;
 
+ protected:
+  // For a reader that makes its groups itself: setGroups before use.
+  ListReader(AcDbDatabase* db, bool modify);
+  void setGroups(const resbuf* nodes, size_t count);
+  // Exchanges the reader's own buffers with a caller's (to reuse their
+  // memory from one reader to the next).
+  void swapBuffers(std::vector<const resbuf*>& groups, std::vector<unsigned char>& used) {
+    mGroups.swap(groups);
+    mUsed.swap(used);
+  }
+  // The table's record of that name (without regard to case), or null.
+  virtual AcDbObjectId findRecord(AcDbObjectId table, const wchar_t* name);
+
  private:
   // The first unused node of that code in scope (then anywhere, as the
   // platform is lenient with entity lists); marks it used.
   const resbuf* take(int code, Presence p);
   std::vector<const resbuf*> mGroups;
-  std::vector<bool> mUsed;
+  std::vector<unsigned char> mUsed;
+  std::uint64_t mCodes = 0;  // bit (code mod 64) of every group's code: most absent codes need no search
   bool claimable(size_t index) const;
   size_t mBegin = 0, mEnd = 0;      // the current scope
   size_t mMarkerPos = 0;            // where the next marker search starts

@@ -1,20 +1,17 @@
 #include "dxf/raw_group.h"
 
-#include <cerrno>
-#include <cinttypes>
-#include <cmath>
-#include <cstdio>
+#include <array>
 #include <cstdlib>
-#include <cstring>
 
 #include "arx/acutads.h"
 #include "db/stub.h"
-#include "kelhost/resbuf_kinds.h"
+#include "dxf/group_values.h"
 #include "kelhost/text.h"
 
 namespace kelhost::dxf {
 
-FileKind FileKindOf(int code) {
+namespace {
+FileKind ClassifyCode(int code) {
   if (code >= 0 && code <= 9) return FileKind::kText;
   if (code >= 10 && code <= 59) return FileKind::kReal;
   if (code >= 60 && code <= 79) return FileKind::kInt16;
@@ -49,65 +46,31 @@ FileKind FileKindOf(int code) {
   return FileKind::kInvalid;
 }
 
-std::string FormatReal(double v) {
-  char buf[40];
-  for (int precision = 15; precision <= 17; ++precision) {
-    std::snprintf(buf, sizeof buf, "%.*g", precision, v);
-    if (std::strtod(buf, nullptr) == v) break;
-  }
-  std::string s = buf;
-  // Always a decimal point, as DXF writers do, so the value reads as real.
-  if (s.find_first_of(".eEn") == std::string::npos) s += ".0";
-  return s;
-}
+}  // namespace
 
+// Tables: files hold millions of groups.
 namespace {
-std::string Trimmed(const std::string& text) {
-  size_t b = text.find_first_not_of(" \t");
-  if (b == std::string::npos) return "";
-  size_t e = text.find_last_not_of(" \t");
-  return text.substr(b, e - b + 1);
+template <class Kind, Kind (*classify)(int)>
+std::array<Kind, kFileCodes> Table() {
+  std::array<Kind, kFileCodes> kinds{};
+  for (int c = 0; c < kFileCodes; ++c) kinds[c] = classify(c);
+  return kinds;
 }
 }  // namespace
 
-bool ParseReal(const std::string& text, double& out) {
-  const std::string t = Trimmed(text);
-  if (t.empty()) return false;
-  char* end = nullptr;
-  errno = 0;
-  out = std::strtod(t.c_str(), &end);
-  return end && *end == '\0' && std::isfinite(out) && errno != ERANGE;
+const FileKind* FileKinds() {
+  static const std::array<FileKind, kFileCodes> kKinds = Table<FileKind, ClassifyCode>();
+  return kKinds.data();
 }
 
-bool ParseInteger(const std::string& text, long long& out) {
-  const std::string t = Trimmed(text);
-  if (t.empty()) return false;
-  char* end = nullptr;
-  errno = 0;
-  out = std::strtoll(t.c_str(), &end, 10);
-  return end && *end == '\0' && errno != ERANGE;
+FileKind FileKindOf(int code) { return code >= 0 && code < kFileCodes ? FileKinds()[code] : FileKind::kInvalid; }
+
+const RbKind* FileResbufKinds() {
+  static const std::array<RbKind, kFileCodes> kKinds = Table<RbKind, ResbufKind>();
+  return kKinds.data();
 }
 
-bool ParseHandle(const std::string& text, std::uint64_t& out) {
-  const std::string t = Trimmed(text);
-  if (t.empty() || t.size() > 16) return false;
-  out = 0;
-  for (char c : t) {
-    int d;
-    if (c >= '0' && c <= '9') d = c - '0';
-    else if (c >= 'a' && c <= 'f') d = c - 'a' + 10;
-    else if (c >= 'A' && c <= 'F') d = c - 'A' + 10;
-    else return false;
-    out = out * 16 + static_cast<std::uint64_t>(d);
-  }
-  return true;
-}
-
-std::string HandleText(std::uint64_t handle) {
-  char buf[20];
-  std::snprintf(buf, sizeof buf, "%" PRIX64, handle);
-  return buf;
-}
+RbKind FileResbufKind(int code) { return code >= 0 && code < kFileCodes ? FileResbufKinds()[code] : ResbufKind(code); }
 
 int PointLeadOf(int code) {
   auto lead = [](int c, int x0, int x1) { return c >= x0 && c <= x1; };
@@ -118,13 +81,9 @@ int PointLeadOf(int code) {
   return 0;
 }
 
-namespace {
-bool IsPointLead(int code) {
-  return (code >= 10 && code <= 18) || (code >= 110 && code <= 112) || code == 210 || (code >= 1010 && code <= 1013);
-}
-
-bool HexToBinary(const std::string& hex, resbuf* rb) {
-  const std::string t = Trimmed(hex);
+bool HexToBinary(std::string_view hex, resbuf* rb) {
+  const size_t b = hex.find_first_not_of(" \t");
+  const std::string_view t = b == std::string_view::npos ? std::string_view() : hex.substr(b, hex.find_last_not_of(" \t") - b + 1);
   if (t.size() % 2 || t.size() / 2 > 32767) return false;
   const size_t n = t.size() / 2;
   rb->resval.rbinary.clen = static_cast<short>(n);
@@ -143,71 +102,37 @@ bool HexToBinary(const std::string& hex, resbuf* rb) {
   rb->resval.rbinary.buf = buf;
   return true;
 }
+
+namespace {
+// Nodes of a new chain, each malloc'd as acutRelRb expects.
+class ChainNodes {
+ public:
+  resbuf* newNode(int code) {
+    resbuf* rb = acutNewRb(code);
+    if (!rb) return nullptr;
+    *mTail = rb;
+    mTail = &rb->rbnext;
+    return rb;
+  }
+  bool setText(resbuf* rb, std::string_view utf8) {
+    return acutNewString(FromUtf8(std::string(utf8)).c_str(), rb->resval.rstring) == RTNORM;
+  }
+  bool setBinary(resbuf* rb, std::string_view hex) { return HexToBinary(hex, rb); }
+  resbuf* head = nullptr;
+
+ private:
+  resbuf** mTail = &head;
+};
 }  // namespace
 
 bool GroupsToChain(const RawGroup* begin, const RawGroup* end, const ResolveHandle& resolve, resbuf*& chain) {
-  chain = nullptr;
-  resbuf** tail = &chain;
-  auto fail = [&chain] {
-    acutRelRb(chain);
+  ChainNodes nodes;
+  if (!ConvertGroups(begin, end, resolve, nodes)) {
+    acutRelRb(nodes.head);
     chain = nullptr;
     return false;
-  };
-  for (const RawGroup* g = begin; g != end; ++g) {
-    resbuf* rb = acutNewRb(g->code);
-    if (!rb) return fail();
-    *tail = rb;
-    tail = &rb->rbnext;
-    double d = 0;
-    long long n = 0;
-    if (IsPointLead(g->code)) {
-      ParseReal(g->value, rb->resval.rpoint[0]);
-      const int lead = g->code;
-      // Y and Z follow as their own groups in a file.
-      for (int axis = 1; axis <= 2; ++axis) {
-        const int code = lead + axis * 10;
-        if (g + 1 != end && g[1].code == code) {
-          ++g;
-          ParseReal(g->value, rb->resval.rpoint[axis]);
-        }
-      }
-      continue;
-    }
-    switch (ResbufKind(g->code)) {
-      case RbKind::kReal:
-        ParseReal(g->value, d);
-        rb->resval.rreal = d;
-        break;
-      case RbKind::kShort:
-        ParseInteger(g->value, n);
-        rb->resval.rint = static_cast<short>(n);
-        break;
-      case RbKind::kLong:
-        ParseInteger(g->value, n);
-        rb->resval.rlong = static_cast<std::int32_t>(n);
-        break;
-      case RbKind::kInt64:
-        ParseInteger(g->value, n);
-        rb->resval.mnInt64 = n;
-        break;
-      case RbKind::kName: {
-        std::uint64_t h = 0;
-        AcDbObjectId id;
-        if (ParseHandle(g->value, h) && h != 0) id = resolve(h);
-        rb->resval.rlname[0] = id.asOldId();
-        rb->resval.rlname[1] = 0;
-        break;
-      }
-      case RbKind::kBinary:
-        if (!HexToBinary(g->value, rb)) return fail();
-        break;
-      case RbKind::kString:
-        if (acutNewString(FromUtf8(g->value).c_str(), rb->resval.rstring) != RTNORM) return fail();
-        break;
-      default:
-        break;
-    }
   }
+  chain = nodes.head;
   return true;
 }
 

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "arx/adsdef.h"
@@ -22,15 +23,28 @@ using RawGroups = std::vector<RawGroup>;
 // What a group code's value is in a file.
 enum class FileKind { kText, kReal, kInt16, kInt32, kInt64, kBool, kHandle, kBinary, kInvalid };
 FileKind FileKindOf(int code);
+// The same for codes 0 to kFileCodes - 1 as a table (for loops over
+// millions of groups).
+constexpr int kFileCodes = 1072;
+const FileKind* FileKinds();
 
-// The shortest text that reads back as the same double.
+// The shortest text that reads back as the same double: printf's "%.15g",
+// or "%.16g" or "%.17g" when fewer digits do not read back, with ".0"
+// added to a whole number.
 std::string FormatReal(double v);
-// Strict number parsing of a file value (surrounding blanks allowed).
-bool ParseReal(const std::string& text, double& out);
-bool ParseInteger(const std::string& text, long long& out);
+void AppendReal(double v, std::string& out);
+// Strict number parsing of a file value (surrounding blanks allowed), as
+// strtod and strtoll (base 10) accept numbers; out of range fails.
+bool ParseReal(std::string_view text, double& out);
+bool ParseInteger(std::string_view text, long long& out);
 // Hexadecimal handle text; false for empty, non-hex or 0 when nonzero is required.
-bool ParseHandle(const std::string& text, std::uint64_t& out);
+bool ParseHandle(std::string_view text, std::uint64_t& out);
 std::string HandleText(std::uint64_t handle);
+void AppendHandle(std::uint64_t handle, std::string& out);
+
+// Groups as a file's lines: the code right-aligned in three columns, then
+// the value, each on its own line.
+void AppendGroupLines(const RawGroup* begin, const RawGroup* end, std::string& out);
 
 // The coordinate group that carries X for a Y/Z group (20 -> 10, 1031 ->
 // 1011), or 0 when the code is not a Y or Z of a point.

@@ -9,7 +9,7 @@ import sys
 
 import ezdxf
 
-from interop_common import check, finish, run_console
+from interop_common import check, finish, follower_problems, run_console
 
 
 def make_drawing(version, path):
@@ -28,6 +28,8 @@ def make_drawing(version, path):
     msp.add_text("中文 text", dxfattribs={"height": 2.0, "layer": "墙体"})
     msp.add_lwpolyline([(0, 0, 0.5), (5, 0), (5, 5)], format="xyb", close=True)
     msp.add_polyline2d([(0, 0), (1, 1), (2, 0)])
+    msp.add_polyline2d([(0, 0, 0.5), (4, 0, 0), (4, 3, -1)], format="xyb", close=True)
+    msp.add_polyface().append_face([(0, 0, 0), (1, 0, 0), (1, 1, 1)])
     msp.add_polyline3d([(0, 0, 0), (1, 1, 1), (2, 0, 2)])
     msp.add_ellipse((0, 0), major_axis=(4, 0), ratio=0.5)
     msp.add_spline([(0, 0), (1, 2), (3, 1), (4, 4)])
@@ -80,21 +82,25 @@ def same(a, b):
     return a == b
 
 
+def compare_dxf(where, e, f, failures):
+    a, b = attribs(e), attribs(f)
+    for key in set(a) | set(b):
+        # An attribute written with its default value is the same.
+        va = a.get(key, e.dxf.get_default(key))
+        vb = b.get(key, f.dxf.get_default(key))
+        if key == "align_point" and (va is None or vb is None):
+            continue  # TEXT: meaningful only with a justification, compared through halign/valign
+        if key in ("layer", "linetype", "style", "name", "dimstyle"):  # names ignore case
+            va, vb = str(va).upper(), str(vb).upper()
+        check(same(va, vb), "%s: %s %r -> %r" % (where, key, a.get(key), b.get(key)), failures)
+
+
 def compare_entities(label, before, after, failures):
     check(len(before) == len(after), "%s: %d entities, then %d" % (label, len(before), len(after)), failures)
     for e, f in zip(before, after):
         where = "%s %s #%s" % (label, e.dxftype(), e.dxf.handle)
         check(e.dxftype() == f.dxftype() and e.dxf.handle == f.dxf.handle, where + " became " + f.dxftype(), failures)
-        a, b = attribs(e), attribs(f)
-        for key in set(a) | set(b):
-            # An attribute written with its default value is the same.
-            va = a.get(key, e.dxf.get_default(key))
-            vb = b.get(key, f.dxf.get_default(key))
-            if key == "align_point" and (va is None or vb is None):
-                continue  # TEXT: meaningful only with a justification, compared through halign/valign
-            if key in ("layer", "linetype", "style", "name", "dimstyle"):  # names ignore case
-                va, vb = str(va).upper(), str(vb).upper()
-            check(same(va, vb), "%s: %s %r -> %r" % (where, key, a.get(key), b.get(key)), failures)
+        compare_dxf(where, e, f, failures)
         xa = {app: [(t.code, t.value) for t in e.get_xdata(app)] for app in (e.xdata.data if e.xdata else {})}
         xb = {app: [(t.code, t.value) for t in f.get_xdata(app)] for app in (f.xdata.data if f.xdata else {})}
         check(same_xdata(xa, xb), "%s: xdata %r -> %r" % (where, xa, xb), failures)
@@ -113,9 +119,7 @@ def compare_entities(label, before, after, failures):
                 check(len(va) == len(vb), where + ": " + attr, failures)
                 for x, y in zip(va, vb):
                     if hasattr(x, "dxfattribs") and hasattr(y, "dxfattribs"):
-                        ax, ay = attribs(x), attribs(y)
-                        check(set(ax) == set(ay) and all(same(ax[k], ay[k]) for k in ax),
-                              "%s: %s %r -> %r" % (where, attr, ax, ay), failures)
+                        compare_dxf("%s %s #%s" % (where, attr, x.dxf.handle), x, y, failures)
 
 
 def same_xdata(xa, xb):
@@ -141,6 +145,8 @@ def main(console, workdir):
         auditor = b.audit()
         for e in auditor.errors:
             failures.append("%s: audit error: %s" % (version, e.message))
+        for problem in follower_problems(out):
+            failures.append("%s: %s" % (version, problem))
         compare_entities(version + " model", list(a.modelspace()), list(b.modelspace()), failures)
         compare_entities(version + " paper", list(a.layout("Layout1")), list(b.layout("Layout1")), failures)
         for table in ("layers", "linetypes", "styles", "dimstyles", "appids"):

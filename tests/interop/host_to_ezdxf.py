@@ -5,7 +5,7 @@ import sys
 
 import ezdxf
 
-from interop_common import check, finish, run_console
+from interop_common import check, dxf_items, finish, follower_problems, run_console
 
 SCRIPT = r'''
 (regapp "KELAPP")
@@ -17,10 +17,78 @@ SCRIPT = r'''
 (entmake '((0 . "LWPOLYLINE") (100 . "AcDbEntity") (100 . "AcDbPolyline") (90 . 3) (70 . 1)
            (10 0.0 0.0) (10 4.0 0.0) (10 4.0 3.0)))
 (entmake '((0 . "POINT") (10 7.0 8.0 0.0)))
+(entmake '((0 . "POLYLINE") (8 . "墙体") (66 . 1) (10 0.0 0.0 0.0) (70 . 1)))
+(entmake '((0 . "VERTEX") (10 0.0 0.0 0.0) (42 . 0.5)))
+(entmake '((0 . "VERTEX") (10 10.0 0.0 0.0)))
+(entmake '((0 . "VERTEX") (10 10.0 5.0 0.0) (42 . -1.0)))
+(entmake '((0 . "SEQEND")))
+(entmake '((0 . "POLYLINE") (66 . 1) (10 0.0 0.0 0.0) (70 . 8)))
+(entmake '((0 . "VERTEX") (10 0.0 0.0 0.0) (70 . 32)))
+(entmake '((0 . "VERTEX") (10 1.0 2.0 3.0) (70 . 32)))
+(entmake '((0 . "VERTEX") (10 4.0 5.0 6.0) (70 . 32)))
+(entmake '((0 . "SEQEND")))
+(entmake '((0 . "BLOCK") (2 . "KEL_TAG") (70 . 2) (10 1.0 1.0 0.0)))
+(entmake '((0 . "CIRCLE") (10 1.0 1.0 0.0) (40 . 1.0)))
+(entmake '((0 . "ATTDEF") (10 0.0 -1.0 0.0) (40 . 1.0) (1 . "默认") (3 . "编号") (2 . "NO") (70 . 0)))
+(entmake '((0 . "ENDBLK")))
+(entmake '((0 . "INSERT") (2 . "KEL_TAG") (66 . 1) (10 20.0 20.0 0.0)))
+(entmake '((0 . "ATTRIB") (10 19.0 18.0 0.0) (40 . 1.0) (1 . "甲-01") (2 . "NO") (70 . 0)))
+(entmake '((0 . "SEQEND")))
 (setq d (entmakex '((0 . "DICTIONARY") (100 . "AcDbDictionary"))))
 (dictadd (namedobjdict) "KEL_DATA" d)
 (dictadd d "ROW1" (entmakex '((0 . "XRECORD") (100 . "AcDbXrecord") (1 . "数据") (40 . 0.1) (70 . 3))))
 '''
+
+
+def check_complex_entities(doc, failures):
+    msp = doc.modelspace()
+    plines = {p.get_mode(): p for p in msp.query("POLYLINE")}
+    p2d = plines.get("AcDb2dPolyline")
+    check(p2d is not None and p2d.is_closed and p2d.dxf.layer == "墙体", "2D polyline", failures)
+    if p2d is not None:
+        points = [(tuple(v.dxf.location)[:2], v.dxf.bulge) for v in p2d.vertices]
+        check(points == [((0, 0), 0.5), ((10, 0), 0), ((10, 5), -1.0)], "2D vertices %s" % points, failures)
+    p3d = plines.get("AcDb3dPolyline")
+    check(p3d is not None and [tuple(v.dxf.location) for v in p3d.vertices] == [(0, 0, 0), (1, 2, 3), (4, 5, 6)],
+          "3D polyline", failures)
+    block = doc.blocks.get("KEL_TAG")
+    check(block is not None and [e.dxftype() for e in block] == ["CIRCLE", "ATTDEF"], "block KEL_TAG", failures)
+    if block is not None:
+        check(block.block.dxf.flags & 2 and tuple(block.block.dxf.base_point) == (1, 1, 0), "block flags/base",
+              failures)
+        attdef = block.query("ATTDEF")[0]
+        check(attdef.dxf.tag == "NO" and attdef.dxf.text == "默认" and attdef.dxf.prompt == "编号", "attdef",
+              failures)
+    insert = msp.query("INSERT")[0]
+    check(insert.dxf.name == "KEL_TAG" and insert.get_attrib_text("NO") == "甲-01", "insert attribute", failures)
+
+
+def check_structure(path, failures):
+    """The file itself (ezdxf makes up what a file lacks when it loads it):
+    followers owned by their entity, each layout linked both ways with its
+    block, and the standard objects."""
+    for problem in follower_problems(path):
+        failures.append(problem)
+    items = dxf_items(path)
+    handles = {next((v for c, v in tags if c == 5), None): (kind, tags) for kind, tags in items}
+    layouts = {}
+    for kind, tags in items:
+        if kind == "LAYOUT":
+            name = [v for c, v in tags if c == 1][-1]
+            owners = [v for c, v in tags if c == 330]
+            layouts[name] = (next(v for c, v in tags if c == 5), owners[0], owners[-1])
+    check(sorted(layouts) == ["Layout1", "Model"], "layouts %s" % sorted(layouts), failures)
+    for name, space in (("Model", "*Model_Space"), ("Layout1", "*Paper_Space")):
+        record = next((t for k, t in items if k == "BLOCK_RECORD" and (2, space) in t), None)
+        if name not in layouts or record is None:
+            continue
+        handle, owner, block = layouts[name]
+        check((340, handle) in record and (5, block) in record, "%s and %s not linked" % (name, space), failures)
+        check(handles.get(owner, ("",))[0] == "DICTIONARY" and (3, name) in handles[owner][1],
+              "%s not in ACAD_LAYOUT" % name, failures)
+    kinds = [k for k, _ in items]
+    for kind in ("ACDBDICTIONARYWDFLT", "ACDBPLACEHOLDER", "MLINESTYLE"):
+        check(kind in kinds, kind + " missing", failures)
 
 
 def main(console, workdir):
@@ -43,7 +111,10 @@ def main(console, workdir):
 
     msp = doc.modelspace()
     types = [e.dxftype() for e in msp]
-    check(types == ["LINE", "CIRCLE", "ARC", "TEXT", "LWPOLYLINE", "POINT"], "entities %s" % types, failures)
+    check(types == ["LINE", "CIRCLE", "ARC", "TEXT", "LWPOLYLINE", "POINT", "POLYLINE", "POLYLINE", "INSERT"],
+          "entities %s" % types, failures)
+    check_complex_entities(doc, failures)
+    check_structure(out, failures)
     check("墙体" in doc.layers, "layer 墙体 missing", failures)
     line = msp.query("LINE")[0]
     check(line.dxf.layer == "墙体" and line.dxf.color == 1, "line layer/colour", failures)

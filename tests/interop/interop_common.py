@@ -42,3 +42,42 @@ def finish(failures):
     for f in failures:
         print("FAIL:", f)
     sys.exit(1 if failures else 0)
+
+
+def dxf_items(path):
+    """The items of a DXF file: (type, [(code, value), ...]) for each 0 group."""
+    with open(path, encoding="utf-8") as f:
+        lines = f.read().split("\n")
+    items = []
+    for i in range(0, len(lines) - 1, 2):
+        code, value = int(lines[i]), lines[i + 1]
+        if code == 0:
+            items.append((value, []))
+        elif items:
+            items[-1][1].append((code, value))
+    return items
+
+
+def follower_problems(path):
+    """What is wrong with the complex entities as the file holds them: each
+    VERTEX or ATTRIB and the closing SEQEND name their POLYLINE or INSERT as
+    owner (330), and a POLYLINE is closed by a SEQEND. Meshes (70 with 16 or
+    64), which the host keeps as it read them, are not asked for owners."""
+    problems, head, mesh = [], None, False
+    for kind, tags in dxf_items(path):
+        handle = next((v for c, v in tags if c == 5), None)
+        owner = next((v for c, v in tags if c == 330), None)
+        if kind in ("VERTEX", "ATTRIB", "SEQEND"):
+            if head is None:
+                problems.append("%s #%s follows no POLYLINE or INSERT" % (kind, handle))
+            elif owner != head[1] and not mesh:
+                problems.append("%s #%s: owner %s, not its %s #%s" % (kind, handle, owner, head[0], head[1]))
+            if kind == "SEQEND":
+                head = None
+            continue
+        if head is not None and head[0] == "POLYLINE":
+            problems.append("POLYLINE #%s without SEQEND" % head[1])
+        follows = kind == "POLYLINE" or (kind == "INSERT" and ("66", "1") in [(str(c), v.strip()) for c, v in tags])
+        head = (kind, handle) if follows else None
+        mesh = kind == "POLYLINE" and int(next((v for c, v in tags if c == 70), "0")) & (16 | 64) != 0
+    return problems

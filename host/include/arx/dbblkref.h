@@ -75,8 +75,10 @@ class AcDbBlockReference : public AcDbEntity {
   // position, scaled, rotated in the plane of the normal.
   AcGeMatrix3d blockTransform() const;
 
-  // Attributes follow once the reference is in a database and open for
-  // write; each new one stays open for write (the caller closes it).
+  // An attribute appended to a reference in a database (open for write)
+  // joins the database and stays open for write (the caller closes it);
+  // one appended to a reference not yet in a database belongs to it and
+  // joins the database with it.
   Acad::ErrorStatus appendAttribute(AcDbAttribute* attribute);
   Acad::ErrorStatus appendAttribute(AcDbObjectId& id, AcDbAttribute* attribute);
   const std::vector<AcDbObjectId>& attributeIds() const { return mSequence.items; }
@@ -86,12 +88,30 @@ class AcDbBlockReference : public AcDbEntity {
   // transformed), with the attributes.
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
   // The tightest box: each curve's geometry placed before its box is taken.
-  Acad::ErrorStatus geomExtentsBestFit(AcDbExtents& extents,
-                                       const AcGeMatrix3d& parentXform = AcGeMatrix3d::kIdentity) const;
+  virtual Acad::ErrorStatus geomExtentsBestFit(AcDbExtents& extents,
+                                               const AcGeMatrix3d& parentXform = AcGeMatrix3d::kIdentity) const;
+  // Moves, rotates, scales or mirrors the reference and its attributes. A
+  // non-uniform scaling is taken when it stays along the reference's own
+  // axes (it becomes scale factors) and the reference has no attributes;
+  // otherwise eCannotScaleNonUniformly, nothing changed.
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  // Copies of the block's entities placed by blockTransform(), new and not
+  // in a database (the caller owns them): attribute definitions as
+  // attribute definitions (not the reference's attributes), nested
+  // references as references. Under a non-uniform scaling circles and arcs
+  // become ellipses; an entity that cannot take the transformation fails
+  // the whole explode with its status, nothing appended.
+  Acad::ErrorStatus explode(AcDbVoidPtrArray& entitySet) const override;
+  // Explodes into the block that owns the reference (which stays): the
+  // reference must be in a database.
+  Acad::ErrorStatus explodeToOwnerSpace() const;
 
  protected:
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;
+  // The reference's groups under a subclass marker; arrayFields() adds
+  // the groups of an array between the rotation and the normal.
+  void referenceFields(kelhost::dxf::GroupFiler& filer, const wchar_t* marker);
+  virtual void arrayFields(kelhost::dxf::GroupFiler&) {}
 
  private:
   AcDbSubentSequence mSequence;
@@ -100,4 +120,48 @@ class AcDbBlockReference : public AcDbEntity {
   AcGeVector3d mScale{1.0, 1.0, 1.0};
   AcGeVector3d mNormal = AcGeVector3d::kZAxis;
   double mRotation = 0.0;
+};
+
+// A rectangular array of images of a block (MINSERT): columns along the
+// reference's rotated X axis, rows along its Y axis, spaced in drawing
+// units. In lists and files it is an INSERT with more than one column
+// (70) or row (71), under the subclass marker AcDbMInsertBlock.
+class AcDbMInsertBlock : public AcDbBlockReference {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbMInsertBlock);
+  // No rows or columns (an array of no images) and no spacing.
+  AcDbMInsertBlock() = default;
+  AcDbMInsertBlock(const AcGePoint3d& position, AcDbObjectId blockTableRecord, Adesk::UInt16 columns,
+                   Adesk::UInt16 rows, double colSpacing, double rowSpacing)
+      : AcDbBlockReference(position, blockTableRecord), mColumns(columns), mRows(rows),
+        mColumnSpacing(colSpacing), mRowSpacing(rowSpacing) {}
+
+  Adesk::UInt16 columns() const { return mColumns; }
+  Acad::ErrorStatus setColumns(Adesk::UInt16 columns);
+  Adesk::UInt16 rows() const { return mRows; }
+  Acad::ErrorStatus setRows(Adesk::UInt16 rows);
+  double columnSpacing() const { return mColumnSpacing; }
+  Acad::ErrorStatus setColumnSpacing(double spacing);
+  double rowSpacing() const { return mRowSpacing; }
+  Acad::ErrorStatus setRowSpacing(double spacing);
+  // Where the image of one column and row is moved from the first (WCS).
+  AcGeVector3d elementOffset(int column, int row) const;
+
+  // The boxes cover every image of the array.
+  Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+  Acad::ErrorStatus geomExtentsBestFit(AcDbExtents& extents,
+                                       const AcGeMatrix3d& parentXform = AcGeMatrix3d::kIdentity) const override;
+  // The spacings follow the axes they run along.
+  Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  // One block reference per image, row by row (with copies of the
+  // attributes moved along); an array of no images gives none.
+  Acad::ErrorStatus explode(AcDbVoidPtrArray& entitySet) const override;
+
+ protected:
+  void dxfFields(kelhost::dxf::GroupFiler& filer) override;
+  void arrayFields(kelhost::dxf::GroupFiler& filer) override;
+
+ private:
+  Adesk::UInt16 mColumns = 0, mRows = 0;
+  double mColumnSpacing = 0.0, mRowSpacing = 0.0;
 };

@@ -134,6 +134,11 @@ class AcDbPoint : public AcDbEntity {
   Acad::ErrorStatus setNormal(const AcGeVector3d& n);
   double ecsRotation() const { return mEcsRotation; }
   Acad::ErrorStatus setEcsRotation(double a);
+  // A box of no size at the position.
+  Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+  // Any affine transformation: the position moves, the normal and the
+  // thickness along it follow the matrix.
+  Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
 
  protected:
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;

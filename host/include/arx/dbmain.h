@@ -99,6 +99,10 @@ class AcDbObject : public AcRxObject {
   virtual void dxfFields(kelhost::dxf::GroupFiler& filer);
   // Write access for the object's own setters: false when not writable.
   bool writable() const { return !mStub || isWriteEnabled(); }
+  // Called as the writer closes the object, still with write access: where
+  // a class brings what depends on its state up to date (a dimension
+  // draws its block).
+  virtual Acad::ErrorStatus subClose();
 
  private:
   friend class AcDbDatabase;

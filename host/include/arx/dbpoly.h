@@ -2,14 +2,18 @@
 // (AcDb2dVertex, AcDb3dPolylineVertex) and the SEQEND that closes the run.
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "dbents.h"
 
-// Sub-entities owned by a complex entity, in order, and the SEQEND.
+// Sub-entities owned by a complex entity, in order, and the SEQEND. Those
+// appended while the owner is not in a database are held here and join
+// the database with their owner.
 struct AcDbSubentSequence {
   std::vector<AcDbObjectId> items;
   AcDbObjectId end;
+  std::vector<std::unique_ptr<AcDbEntity>> pending;
 };
 
 class AcDbSequenceEnd : public AcDbEntity {
@@ -25,6 +29,7 @@ class AcDbVertex : public AcDbEntity {
 namespace AcDb {
 enum Vertex2dType { k2dVertex = 0, k2dSplineCtlVertex = 1, k2dSplineFitVertex = 2, k2dCurveFitVertex = 3 };
 enum Poly2dType { k2dSimplePoly = 0, k2dFitCurvePoly = 1, k2dQuadSplinePoly = 2, k2dCubicSplinePoly = 3 };
+enum Poly3dType { k3dSimplePoly = 0, k3dQuadSplinePoly = 1, k3dCubicSplinePoly = 2 };
 }  // namespace AcDb
 
 class AcDb2dVertex : public AcDbVertex {
@@ -44,6 +49,9 @@ class AcDb2dVertex : public AcDbVertex {
   Acad::ErrorStatus setStartWidth(double w);
   Acad::ErrorStatus setEndWidth(double w);
   AcDb::Vertex2dType vertexType() const;
+  // Moves the vertex within its polyline's plane (the WCS XY plane for a
+  // vertex without a polyline): the transformed point projected back.
+  Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
 
  protected:
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;
@@ -61,6 +69,7 @@ class AcDb3dPolylineVertex : public AcDbVertex {
   explicit AcDb3dPolylineVertex(const AcGePoint3d& position) : mPosition(position) {}
   AcGePoint3d position() const { return mPosition; }
   Acad::ErrorStatus setPosition(const AcGePoint3d& p);
+  Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
 
  protected:
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;
@@ -70,13 +79,22 @@ class AcDb3dPolylineVertex : public AcDbVertex {
   short mFlags = 32;
 };
 
-// The vertices of a heavy polyline are appended once the polyline is in a
-// database and open for write; each new vertex joins the database open for
-// write (the caller closes it), and the first one brings the SEQEND.
+// Vertices appended to a heavy polyline in a database (open for write) join
+// the database open for write (the caller closes them), the first with the
+// SEQEND. Vertices appended to a polyline not yet in a database belong to
+// it (the caller neither closes nor deletes them) and join the database
+// with it; vertexIds() lists those in the database.
 class AcDb2dPolyline : public AcDbCurve {
  public:
   ACRX_DECLARE_MEMBERS(AcDb2dPolyline);
   AcDb2dPolyline() = default;
+  // A polyline through vertices (OCS X and Y; Z is ignored) with their
+  // bulges, if given, one per vertex. A fitted or splined type is recorded
+  // in the flags (70) and curve type (75); the vertices are kept as given,
+  // no fit vertices are generated.
+  AcDb2dPolyline(AcDb::Poly2dType type, const AcGePoint3dArray& vertices, double elevation = 0.0,
+                 bool closed = false, double defStartWidth = 0.0, double defEndWidth = 0.0,
+                 const AcGeDoubleArray* bulges = nullptr);
   Acad::ErrorStatus appendVertex(AcDb2dVertex* vertex);
   Acad::ErrorStatus appendVertex(AcDbObjectId& id, AcDb2dVertex* vertex);
   const std::vector<AcDbObjectId>& vertexIds() const { return mSequence.items; }
@@ -94,6 +112,10 @@ class AcDb2dPolyline : public AcDbCurve {
   double thickness() const { return mThickness; }
   bool buildPath(kelhost::geom::Path& path) const override;
   Acad::ErrorStatus explode(AcDbVoidPtrArray& entitySet) const override;
+  // The polyline and its vertices. A non-uniform scaling keeps straight
+  // segments straight but cannot carry arcs or widths
+  // (eCannotScaleNonUniformly); a vertex open elsewhere stops it unchanged.
+  Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
 
  protected:
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;
@@ -109,6 +131,9 @@ class AcDb3dPolyline : public AcDbCurve {
  public:
   ACRX_DECLARE_MEMBERS(AcDb3dPolyline);
   AcDb3dPolyline() = default;
+  // A polyline through vertices; a splined type is recorded in the flags
+  // (70) only, the vertices are kept as given.
+  AcDb3dPolyline(AcDb::Poly3dType type, const AcGePoint3dArray& vertices, bool closed = false);
   Acad::ErrorStatus appendVertex(AcDb3dPolylineVertex* vertex);
   Acad::ErrorStatus appendVertex(AcDbObjectId& id, AcDb3dPolylineVertex* vertex);
   const std::vector<AcDbObjectId>& vertexIds() const { return mSequence.items; }
@@ -119,6 +144,8 @@ class AcDb3dPolyline : public AcDbCurve {
   Acad::ErrorStatus makeOpen();
   bool buildPath(kelhost::geom::Path& path) const override;
   Acad::ErrorStatus explode(AcDbVoidPtrArray& entitySet) const override;
+  // The vertices, by any affine transformation.
+  Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
 
  protected:
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;

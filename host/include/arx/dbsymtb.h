@@ -117,14 +117,52 @@ KELHOST_DECLARE_TABLE(AcDbRegAppTable, AcDbRegAppTableRecord);
 
 class AcDbBlockTableRecordIterator;
 
+namespace AcDb {
+// Drawing and block insertion units.
+enum UnitsValue {
+  kUnitsUndefined = 0, kUnitsInches, kUnitsFeet, kUnitsMiles, kUnitsMillimeters, kUnitsCentimeters, kUnitsMeters,
+  kUnitsKilometers, kUnitsMicroinches, kUnitsMils, kUnitsYards, kUnitsAngstroms, kUnitsNanometers, kUnitsMicrons,
+  kUnitsDecimeters, kUnitsDekameters, kUnitsHectometers, kUnitsGigameters, kUnitsAstronomical, kUnitsLightYears,
+  kUnitsParsecs, kUnitsUSSurveyFeet, kUnitsUSSurveyInch, kUnitsUSSurveyYard, kUnitsUSSurveyMile, kUnitsMax = kUnitsUSSurveyMile
+};
+}  // namespace AcDb
+
+// A block: its entities, base point and flags (the BLOCK entity's 70:
+// anonymous 1, non-constant attribute definitions 2, external reference 4,
+// overlay 8, externally dependent 16, resolved 32, referenced 64), its
+// description, the layout it holds and how references to it may be
+// scaled and exploded.
 class AcDbBlockTableRecord : public AcDbSymbolTableRecord {
  public:
   ACRX_DECLARE_MEMBERS(AcDbBlockTableRecord);
+  enum BlockScaling { kAny = 0, kUniform = 1 };
+
   AcGePoint3d origin() const { return mOrigin; }
   Acad::ErrorStatus setOrigin(const AcGePoint3d& origin);
   bool isAnonymous() const { return (mFlags & 1) != 0; }
+  // Set when an attribute definition is appended.
   bool hasAttributeDefinitions() const { return (mFlags & 2) != 0; }
+  bool isFromExternalReference() const { return (mFlags & 4) != 0; }
+  bool isFromOverlayReference() const { return (mFlags & 8) != 0; }
+  Acad::ErrorStatus setIsFromOverlayReference(bool overlay);
+  // Model space, paper space, or a block that a layout holds.
   bool isLayout() const;
+  AcDbObjectId getLayoutId() const { return mLayout; }
+  // eInvalidInput for an id that is neither null nor a layout.
+  Acad::ErrorStatus setLayoutId(AcDbObjectId layout);
+  // The description (a new string the caller releases, or the record's own).
+  Acad::ErrorStatus comments(ACHAR*& text) const;
+  Acad::ErrorStatus comments(const ACHAR*& text) const;
+  Acad::ErrorStatus setComments(const ACHAR* text);
+  // An external reference's drawing path.
+  Acad::ErrorStatus pathName(const ACHAR*& path) const;
+  Acad::ErrorStatus setPathName(const ACHAR* path);
+  AcDb::UnitsValue blockInsertUnits() const { return static_cast<AcDb::UnitsValue>(mInsertUnits); }
+  Acad::ErrorStatus setBlockInsertUnits(AcDb::UnitsValue units);
+  bool explodable() const { return mExplodable; }
+  Acad::ErrorStatus setExplodable(bool explodable);
+  BlockScaling blockScaling() const { return mUniformScaling ? kUniform : kAny; }
+  Acad::ErrorStatus setBlockScaling(BlockScaling scaling);
   // Appends an entity (the record open for write). A new entity joins the
   // database and stays open for write: the caller closes it.
   Acad::ErrorStatus appendAcDbEntity(AcDbEntity* entity);
@@ -141,6 +179,10 @@ class AcDbBlockTableRecord : public AcDbSymbolTableRecord {
   friend class kelhost::dxf::Access;
   AcGePoint3d mOrigin;
   std::vector<AcDbObjectId> mEntities;
+  AcDbObjectId mLayout;
+  std::wstring mComments, mPathName;
+  short mInsertUnits = AcDb::kUnitsUndefined;
+  bool mExplodable = true, mUniformScaling = false;
 };
 
 class AcDbBlockTableRecordIterator {
@@ -260,6 +302,8 @@ class AcDbDimStyleTableRecord : public AcDbSymbolTableRecord {
   bool dimtih() const { return integer(73) != 0; }
   bool dimtoh() const { return integer(74) != 0; }
   AcDbObjectId dimtxsty() const { return mTextStyle; }
+  // The measurement's prefix and suffix: "<>" stands for the measurement.
+  const ACHAR* dimpost() const { return mPostfix.c_str(); }
   Acad::ErrorStatus setDimscale(double v) { return setReal(40, v); }
   Acad::ErrorStatus setDimasz(double v) { return setReal(41, v); }
   Acad::ErrorStatus setDimexo(double v) { return setReal(42, v); }

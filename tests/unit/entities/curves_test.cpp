@@ -157,6 +157,19 @@ TEST(EntityGeometry, TransformsMoveRotateScaleAndMirror) {
   double bulge = 0;
   pl->getBulgeAt(1, bulge);
   EXPECT_NEAR(bulge, -1.0, kEps);
+  // Stretched, an arc segment would turn elliptical: refused, unchanged.
+  EXPECT_EQ(pl->transformBy(stretch), Acad::eCannotScaleNonUniformly);
+  pl->getPointAtParam(1.5, pt);
+  EXPECT_PT(pt, -15, 5, 0);
+  // Straight, width-less segments stretch like points.
+  AcDbPolyline straight;
+  straight.addVertexAt(0, AcGePoint2d(1, 1));
+  straight.addVertexAt(1, AcGePoint2d(3, 2));
+  ASSERT_EQ(straight.transformBy(stretch), Acad::eOk);
+  straight.getPointAt(1, pt);
+  EXPECT_PT(pt, 6, 2, 0);
+  straight.setWidthsAt(0, 0.5, 0.5);
+  EXPECT_EQ(straight.transformBy(stretch), Acad::eCannotScaleNonUniformly);
 }
 
 TEST(EntityGeometry, PolylineExplodesIntoLinesAndArcs) {

@@ -1,0 +1,364 @@
+// The common dimension: its properties and DXF groups, its block (drawn
+// as it closes), and the geometry it has through that block.
+#include <cmath>
+#include <limits>
+
+#include "arx/acutads.h"
+#include "arx/dbapserv.h"
+#include "arx/dbdatabase.h"
+#include "arx/dbdim.h"
+#include "db/curve_geometry.h"
+#include "db/database_state.h"
+#include "db/explode_copy.h"
+#include "db/dimension_picture.h"
+#include "db/dimension_text.h"
+#include "db/rx_define.h"
+#include "db/setters.h"
+#include "dxf/codec.h"
+#include "dxf/group_filer.h"
+
+using kelhost::dxf::Presence;
+
+KELHOST_RX_DEFINE(AcDbDimension, AcDbEntity, L"")
+
+namespace {
+
+constexpr double kAbsent = std::numeric_limits<double>::quiet_NaN();
+
+AcDbDatabase* DatabaseOf(const AcDbEntity* e) {
+  return e->database() ? e->database() : acdbHostApplicationServices()->workingDatabase();
+}
+
+const wchar_t* RecordName(AcDbObjectId id, const wchar_t* fallback) {
+  auto* record = kelhost::db::PeekAs<AcDbSymbolTableRecord>(id);
+  return record ? record->getName() : fallback;
+}
+
+}  // namespace
+
+AcDbDimension::AcDbDimension() : mSpacingFactor(kAbsent), mMeasured(kAbsent) {}
+
+// ---------------------------------------------------------------- properties
+void AcDbDimension::changed() { mNeedsBlock = true; }
+
+Acad::ErrorStatus AcDbDimension::setTextPosition(const AcGePoint3d& position) {
+  if (!writable()) return Acad::eNotOpenForWrite;
+  mTextPosition = position;
+  mFlags = static_cast<short>(mFlags | kUserTextPosition);
+  changed();
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDimension::useSetTextPosition() {
+  if (!writable()) return Acad::eNotOpenForWrite;
+  mFlags = static_cast<short>(mFlags | kUserTextPosition);
+  changed();
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDimension::useDefaultTextPosition() {
+  if (!writable()) return Acad::eNotOpenForWrite;
+  mFlags = static_cast<short>(mFlags & ~kUserTextPosition);
+  changed();
+  return Acad::eOk;
+}
+
+void AcDbDimension::placeText(const AcGePoint3d& position) { mTextPosition = position; }
+
+Acad::ErrorStatus AcDbDimension::setNormal(const AcGeVector3d& normal) {
+  if (normal.isZeroLength()) return Acad::eInvalidInput;
+  if (!writable()) return Acad::eNotOpenForWrite;
+  mNormal = normal.normal();
+  changed();
+  return Acad::eOk;
+}
+
+ACHAR* AcDbDimension::dimensionText() const {
+  ACHAR* out = nullptr;
+  acutNewString(mText.c_str(), out);
+  return out;
+}
+
+Acad::ErrorStatus AcDbDimension::setDimensionText(const ACHAR* text) {
+  if (!writable()) return Acad::eNotOpenForWrite;
+  mText = text ? text : L"";
+  changed();
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDimension::setTextRotation(double angle) {
+  if (!std::isfinite(angle)) return Acad::eInvalidInput;
+  if (!writable()) return Acad::eNotOpenForWrite;
+  mTextRotation = angle;
+  changed();
+  return Acad::eOk;
+}
+
+AcDbObjectId AcDbDimension::dimensionStyle() const {
+  if (!mStyle.isNull()) return mStyle;
+  AcDbDatabase* db = DatabaseOf(this);
+  return db ? db->dimstyle() : AcDbObjectId::kNull;
+}
+
+Acad::ErrorStatus AcDbDimension::setDimensionStyle(AcDbObjectId style) {
+  if (!kelhost::db::PeekAs<AcDbDimStyleTableRecord>(style)) return Acad::eInvalidInput;
+  if (!writable()) return Acad::eNotOpenForWrite;
+  mStyle = style;
+  changed();
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDimension::setTextAttachment(AcDbMText::AttachmentPoint attachment) {
+  if (attachment < AcDbMText::kTopLeft || attachment > AcDbMText::kBottomRight) return Acad::eInvalidInput;
+  KELHOST_SET(mAttachment, static_cast<short>(attachment));
+}
+
+Acad::ErrorStatus AcDbDimension::setTextLineSpacingStyle(AcDb::LineSpacingStyle style) {
+  if (style != AcDb::kAtLeast && style != AcDb::kExactly) return Acad::eInvalidInput;
+  KELHOST_SET(mSpacingStyle, static_cast<short>(style));
+}
+
+double AcDbDimension::textLineSpacingFactor() const { return std::isnan(mSpacingFactor) ? 1.0 : mSpacingFactor; }
+Acad::ErrorStatus AcDbDimension::setTextLineSpacingFactor(double factor) {
+  if (!(factor >= 0.25 && factor <= 4.0)) return Acad::eInvalidInput;
+  KELHOST_SET(mSpacingFactor, factor);
+}
+
+Acad::ErrorStatus AcDbDimension::setHorizontalRotation(double angle) {
+  if (!std::isfinite(angle)) return Acad::eInvalidInput;
+  KELHOST_SET(mHorizontalRotation, angle);
+}
+
+Acad::ErrorStatus AcDbDimension::setDimBlockId(AcDbObjectId block) {
+  if (!kelhost::db::PeekAs<AcDbBlockTableRecord>(block)) return Acad::eInvalidInput;
+  if (!writable()) return Acad::eNotOpenForWrite;
+  mBlock = block;
+  mSinceDrawn.setToIdentity();
+  mNeedsBlock = false;
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDimension::setDimBlockPosition(const AcGePoint3d& position) { KELHOST_SET(mBlockPosition, position); }
+
+AcGeMatrix3d AcDbDimension::dimBlockTransform() const {
+  const AcGeVector3d offset = AcGeMatrix3d::planeToWorld(mNormal) * mBlockPosition.asVector();
+  return mSinceDrawn * AcGeMatrix3d::translation(offset);
+}
+
+Acad::ErrorStatus AcDbDimension::formatMeasurement(ACHAR*& text, double measurement) const {
+  text = nullptr;
+  if (!std::isfinite(measurement)) return Acad::eInvalidInput;
+  kelhost::db::DimPicture styleOf(DatabaseOf(this), dimensionStyle(), mNormal);
+  const std::wstring shown =
+      kelhost::db::DimensionTextWith(mText, kelhost::db::FormatLinearMeasurement(measurement, styleOf.style()));
+  return acutNewString(shown.c_str(), text) == RTNORM ? Acad::eOk : Acad::eOutOfMemory;
+}
+
+// ---------------------------------------------------------------- DXF
+void AcDbDimension::blockPositionField(kelhost::dxf::GroupFiler& f) {
+  AcGePoint3d p = mBlockPosition;
+  f.point(12, p, Presence::kUnlessDefault);
+  if (!f.reading() || !p.isEqualTo(AcGePoint3d::kOrigin)) mBlockPosition = p;
+}
+
+void AcDbDimension::dxfFields(kelhost::dxf::GroupFiler& f) {
+  AcDbEntity::dxfFields(f);
+  AcDbDatabase* db = f.database();
+  f.subclass(L"AcDbDimension");
+  f.int16(280, mVersion, 0, Presence::kAlways);
+
+  std::wstring block = RecordName(mBlock, L"");
+  f.text(2, block, L"", Presence::kAlways);
+  if (f.reading()) {
+    auto* table = db ? kelhost::db::PeekAs<AcDbSymbolTable>(db->blockTableId()) : nullptr;
+    AcDbObjectId found;
+    if (block.empty()) {
+      mBlock.setNull();
+    } else if (table && table->getAt(block.c_str(), found) == Acad::eOk) {
+      mBlock = found;
+    } else {
+      f.fail(L"no block \"" + block + L"\" for group 2");
+    }
+  }
+  f.point(10, mDefinitionPoint, Presence::kAlways);
+
+  // The text position is in the plane's coordinates in lists and files.
+  const AcGeMatrix3d toPlane = AcGeMatrix3d::worldToPlane(mNormal);
+  AcGePoint3d text = f.reading() ? AcGePoint3d(kAbsent, kAbsent, kAbsent) : toPlane * mTextPosition;
+  f.point(11, text, Presence::kAlways);
+  // Some writers put the clones' point here rather than in their subclass.
+  if (f.reading()) f.point(12, mBlockPosition, Presence::kUnlessDefault);
+
+  short kind = static_cast<short>(dimensionKind() | mFlags);
+  f.int16(70, kind, dimensionKind(), Presence::kAlways);
+  if ((kind & 0x0F) != dimensionKind())
+    f.fail(L"dimension kind " + std::to_wstring(kind & 0x0F) + L" in group 70 is not this class's");
+  mFlags = static_cast<short>(kind & ~0x0F);
+  f.int16(71, mAttachment, AcDbMText::kMiddleCenter, Presence::kAlways);
+  if (mAttachment < AcDbMText::kTopLeft || mAttachment > AcDbMText::kBottomRight)
+    f.fail(L"bad attachment point in group 71");
+  f.int16(72, mSpacingStyle, AcDb::kAtLeast, Presence::kUnlessDefault);
+  for (auto [code, value] : {std::pair<int, double*>{41, &mSpacingFactor}, {42, &mMeasured}}) {
+    if (f.reading()) {
+      double got = kAbsent;
+      f.real(code, got, kAbsent, Presence::kAlways);
+      if (!std::isnan(got) || !f.keepsAbsent()) *value = got;
+    } else if (!std::isnan(*value)) {
+      f.real(code, *value, 0.0, Presence::kAlways);
+    }
+  }
+  f.text(1, mText, L"", Presence::kAlways);
+  f.real(53, mTextRotation, 0.0, Presence::kUnlessDefault);
+  f.real(51, mHorizontalRotation, 0.0, Presence::kUnlessDefault);
+  f.vector(210, mNormal, AcGeVector3d::kZAxis, Presence::kAlways);
+  if (f.reading()) {
+    mNormal = mNormal.normal();
+    if (!std::isnan(text.x)) mTextPosition = AcGeMatrix3d::planeToWorld(mNormal) * text;
+  }
+  if (!f.reading() && mStyle.isNull() && db) mStyle = db->dimstyle();
+  const AcDbObjectId styles = db ? db->dimStyleTableId() : AcDbObjectId::kNull;
+  f.record(3, mStyle, styles, RecordName(db ? db->dimstyle() : AcDbObjectId::kNull, L"Standard"),
+           Presence::kAlways, false);
+  // A list that makes a dimension without a block (entmake), or changes
+  // one (entmod), has its block drawn as the dimension closes.
+  if (f.reading()) mNeedsBlock = f.keepsAbsent() || (!isDatabaseResident() && mBlock.isNull());
+}
+
+// ---------------------------------------------------------------- the block
+bool AcDbDimension::ownsItsBlock() const {
+  auto* block = kelhost::db::PeekAs<AcDbBlockTableRecord>(mBlock);
+  if (!block || mBlock.isErased() || !(mFlags & kBlockOfItsOwn) || block->isLayout()) return false;
+  const std::wstring name = block->getName();
+  if (name.size() < 2 || name[0] != L'*' || (name[1] != L'D' && name[1] != L'd')) return false;
+  // Another dimension (a copy) may draw with it too.
+  for (const auto& stub : database()->state().stubs) {
+    auto* other = AcDbDimension::cast(stub->object.get());
+    if (other && other != this && !stub->erased && other->mBlock == mBlock) return false;
+  }
+  return true;
+}
+
+namespace {
+
+// A new anonymous *D block, open for write.
+AcDbBlockTableRecord* NewDimensionBlock(AcDbDatabase* db) {
+  AcDbBlockTable* table = nullptr;
+  if (acdbOpenObject(table, db->blockTableId(), AcDb::kForWrite) != Acad::eOk) return nullptr;
+  std::wstring name;
+  AcDbObjectId existing;
+  for (int n = 1;; ++n) {
+    name = L"*D" + std::to_wstring(n);
+    if (table->getAt(name.c_str(), existing, true) != Acad::eOk) break;
+  }
+  // Made from its groups so that it carries the anonymous flag.
+  resbuf* groups = acutBuildList(100, L"AcDbSymbolTableRecord", 100, L"AcDbBlockTableRecord", 2, name.c_str(), 70,
+                                 1, 10, asDblArray(AcGePoint3d::kOrigin), 0);
+  auto* block = new AcDbBlockTableRecord;
+  AcDbObjectId id;
+  if (!groups || !kelhost::dxf::RestoreState(block, groups) || table->add(id, block) != Acad::eOk) {
+    delete block;
+    block = nullptr;
+  }
+  acutRelRb(groups);
+  table->close();
+  return block;
+}
+
+}  // namespace
+
+Acad::ErrorStatus AcDbDimension::recomputeDimBlock(bool forceUpdate) {
+  if (!forceUpdate && !mNeedsBlock) return Acad::eOk;
+  AcDbDatabase* db = database();
+  if (!db) return Acad::eNotInDatabase;
+  if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+  kelhost::db::DimPicture picture(db, dimensionStyle(), mNormal);
+  drawPicture(picture);
+  std::vector<std::unique_ptr<AcDbEntity>> parts = picture.take();
+
+  AcDbBlockTableRecord* block = nullptr;
+  if (ownsItsBlock() && acdbOpenObject(block, mBlock, AcDb::kForWrite) == Acad::eOk) {
+    for (const AcDbObjectId& id : block->entityIds()) {
+      AcDbEntity* old = nullptr;
+      if (acdbOpenObject(old, id, AcDb::kForWrite) == Acad::eOk) {
+        old->erase();
+        old->close();
+      }
+    }
+  } else {
+    block = NewDimensionBlock(db);
+    if (!block) return Acad::eWasOpenForWrite;
+  }
+  for (std::unique_ptr<AcDbEntity>& part : parts) {
+    AcDbObjectId id;
+    if (block->appendAcDbEntity(id, part.get()) == Acad::eOk) part.release()->close();
+  }
+  mBlock = block->objectId();
+  block->close();
+  mFlags = static_cast<short>(mFlags | kBlockOfItsOwn);
+  mBlockPosition = AcGePoint3d::kOrigin;
+  mSinceDrawn.setToIdentity();
+  double measured = 0.0;
+  if (measurement(measured) == Acad::eOk) mMeasured = measured;
+  mNeedsBlock = false;
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDimension::subClose() {
+  if (mNeedsBlock && database() && !ownerId().isNull() && !isErased()) recomputeDimBlock(false);
+  return Acad::eOk;
+}
+
+// ---------------------------------------------------------------- geometry
+Acad::ErrorStatus AcDbDimension::getGeomExtents(AcDbExtents& extents) const {
+  AcDbExtents box;
+  const AcGeMatrix3d xform = dimBlockTransform();
+  if (auto* block = kelhost::db::PeekAs<AcDbBlockTableRecord>(mBlock)) {
+    for (const AcDbObjectId& id : block->entityIds()) {
+      auto* e = id.isErased() ? nullptr : kelhost::db::PeekAs<AcDbEntity>(id);
+      AcDbExtents part;
+      if (e && e->getGeomExtents(part) == Acad::eOk) {
+        part.transformBy(xform);
+        box.addExt(part);
+      }
+    }
+  }
+  if (box.isEmpty()) {
+    AcGePoint3dArray points;
+    definingPoints(points);
+    points.append(mTextPosition);
+    for (const AcGePoint3d& p : points) box.addPoint(p);
+  }
+  extents = box;
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDimension::transformBy(const AcGeMatrix3d& m) {
+  if (!writable()) return Acad::eNotOpenForWrite;
+  if (!m.isUniScaledOrtho()) return Acad::eCannotScaleNonUniformly;
+  const AcGeVector3d normal = kelhost::geom::TransformNormal(m, mNormal);
+  if (mTextRotation != 0) {
+    const AcGeVector3d dir =
+        AcGeMatrix3d::planeToWorld(mNormal) * AcGeVector3d(std::cos(mTextRotation), std::sin(mTextRotation), 0.0);
+    mTextRotation = kelhost::geom::OcsAngle(normal, m * dir);
+  }
+  transformPoints(m);
+  mTextPosition = m * mTextPosition;
+  mNormal = normal;
+  mSinceDrawn = m * mSinceDrawn;
+  changed();
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDimension::explode(AcDbVoidPtrArray& entitySet) const {
+  auto* block = kelhost::db::PeekAs<AcDbBlockTableRecord>(mBlock);
+  if (!block) return Acad::eNotApplicable;
+  const AcGeMatrix3d xform = dimBlockTransform();
+  for (const AcDbObjectId& id : block->entityIds()) {
+    auto* e = id.isErased() ? nullptr : kelhost::db::PeekAs<AcDbEntity>(id);
+    if (!e) continue;
+    std::unique_ptr<AcDbEntity> copy;
+    if (kelhost::db::CopyEntity(*e, copy) == Acad::eOk && kelhost::db::PlaceCopy(copy, xform) == Acad::eOk)
+      entitySet.append(copy.release());
+  }
+  return Acad::eOk;
+}

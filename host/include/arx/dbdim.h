@@ -1,0 +1,189 @@
+// Dimensions (DIMENSION): the common dimension with its picture (an
+// anonymous *D block), and the linear kinds the host models, aligned and
+// rotated. Other kinds (angular, diameter, radius, ordinate, three-point
+// angular, arc length) have no class here: a drawing file keeps them
+// verbatim, and acdbEntMake refuses them (returns nil), since the host
+// could not draw their block.
+#pragma once
+
+#include <string>
+
+#include "dbmtext.h"
+
+namespace kelhost::db {
+class DimPicture;
+}
+
+class AcDbDimension : public AcDbEntity {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbDimension);
+
+  // The middle of the text. Setting it makes it the user's position.
+  AcGePoint3d textPosition() const { return mTextPosition; }
+  Acad::ErrorStatus setTextPosition(const AcGePoint3d& position);
+  bool isUsingDefaultTextPosition() const { return (mFlags & kUserTextPosition) == 0; }
+  Acad::ErrorStatus useSetTextPosition();
+  Acad::ErrorStatus useDefaultTextPosition();
+  AcGeVector3d normal() const { return mNormal; }
+  Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+  // The text as the user gave it: empty (or "<>") for the measurement;
+  // "<>" within it stands for the measurement; a single space hides the
+  // text. A new string the caller releases (acutDelString / free).
+  ACHAR* dimensionText() const;
+  Acad::ErrorStatus setDimensionText(const ACHAR* text);
+  // The text's own angle (0: as the style places it).
+  double textRotation() const { return mTextRotation; }
+  Acad::ErrorStatus setTextRotation(double angle);
+  // The style: the drawing's current DIMSTYLE until one is set.
+  AcDbObjectId dimensionStyle() const;
+  Acad::ErrorStatus setDimensionStyle(AcDbObjectId style);
+  AcDbMText::AttachmentPoint textAttachment() const { return static_cast<AcDbMText::AttachmentPoint>(mAttachment); }
+  Acad::ErrorStatus setTextAttachment(AcDbMText::AttachmentPoint attachment);
+  AcDb::LineSpacingStyle textLineSpacingStyle() const { return static_cast<AcDb::LineSpacingStyle>(mSpacingStyle); }
+  Acad::ErrorStatus setTextLineSpacingStyle(AcDb::LineSpacingStyle style);
+  double textLineSpacingFactor() const;
+  Acad::ErrorStatus setTextLineSpacingFactor(double factor);
+  double horizontalRotation() const { return mHorizontalRotation; }
+  Acad::ErrorStatus setHorizontalRotation(double angle);
+
+  // The block that draws the dimension, and where it is placed.
+  AcDbObjectId dimBlockId() const { return mBlock; }
+  Acad::ErrorStatus setDimBlockId(AcDbObjectId block);
+  AcGePoint3d dimBlockPosition() const { return mBlockPosition; }
+  Acad::ErrorStatus setDimBlockPosition(const AcGePoint3d& position);
+  // Block coordinates to WCS: the block position, then the transformations
+  // the dimension had since its block was last drawn.
+  AcGeMatrix3d dimBlockTransform() const;
+
+  // What the dimension measures, from its points.
+  virtual Acad::ErrorStatus measurement(double& value) const = 0;
+  // The text the block shows for a measurement: the number as the style
+  // writes it (see db/dimension_text.h) within the dimension's own text.
+  // A new string the caller releases.
+  Acad::ErrorStatus formatMeasurement(ACHAR*& text, double measurement) const;
+
+  // Draws the block anew from the points and the style (the dimension in a
+  // database and open for write): a *D block drawn for this dimension
+  // alone is drawn over, else a new anonymous *D block is made (flag 32).
+  // A text at its default position moves where the style puts it. Closing
+  // a dimension does this when it has no block yet or has changed
+  // (forceUpdate false: only then).
+  Acad::ErrorStatus recomputeDimBlock(bool forceUpdate = true);
+
+  // The block's entities as placed; without a block, the dimension's points.
+  Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+  // Moves, rotates, scales or mirrors the points (uniform scaling only);
+  // the block is drawn anew as the dimension closes.
+  Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  // Copies of the block's entities placed by dimBlockTransform(). Entities
+  // of a kind the host keeps verbatim come along only when that placement
+  // is the identity (they cannot be transformed).
+  Acad::ErrorStatus explode(AcDbVoidPtrArray& entitySet) const override;
+
+ protected:
+  AcDbDimension();
+  // Group 70's bits over the kind (its low bits, which the class gives).
+  enum Flags : short { kBlockOfItsOwn = 32, kUserTextPosition = 128 };
+  virtual short dimensionKind() const = 0;
+  void dxfFields(kelhost::dxf::GroupFiler& filer) override;
+  // The clones' insertion point (12), which the linear kinds write in their
+  // own subclass.
+  void blockPositionField(kelhost::dxf::GroupFiler& filer);
+  // The dimension's points moved by a transformation.
+  virtual void transformPoints(const AcGeMatrix3d& xform) = 0;
+  // The points the box of a dimension without its block spans.
+  virtual void definingPoints(AcGePoint3dArray& points) const = 0;
+  // Draws the dimension (WCS) for its style; a text at its default
+  // position is moved there.
+  virtual void drawPicture(kelhost::db::DimPicture& picture) = 0;
+  // The text position as drawing puts it.
+  void placeText(const AcGePoint3d& position);
+  // The block is drawn anew as the dimension closes.
+  void changed();
+  Acad::ErrorStatus subClose() override;
+
+  AcGePoint3d mDefinitionPoint;  // 10: on the dimension line for the linear kinds
+
+ private:
+  bool ownsItsBlock() const;
+
+  AcGePoint3d mTextPosition, mBlockPosition;
+  AcGeVector3d mNormal = AcGeVector3d::kZAxis;
+  std::wstring mText;
+  AcDbObjectId mStyle, mBlock;
+  AcGeMatrix3d mSinceDrawn;
+  double mTextRotation = 0.0, mHorizontalRotation = 0.0;
+  double mSpacingFactor, mMeasured;  // NaN when a list or file did not give them
+  short mFlags = 0, mAttachment = AcDbMText::kMiddleCenter, mSpacingStyle = AcDb::kAtLeast;
+  short mVersion = 0;
+  bool mNeedsBlock = true;
+};
+
+// Measures the distance between its extension line points.
+class AcDbAlignedDimension : public AcDbDimension {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbAlignedDimension);
+  AcDbAlignedDimension() = default;
+  AcDbAlignedDimension(const AcGePoint3d& xLine1Point, const AcGePoint3d& xLine2Point, const AcGePoint3d& dimLinePoint,
+                       const ACHAR* dimText = nullptr, AcDbObjectId dimStyle = AcDbObjectId::kNull);
+
+  AcGePoint3d xLine1Point() const { return mXLine1; }
+  Acad::ErrorStatus setXLine1Point(const AcGePoint3d& point);
+  AcGePoint3d xLine2Point() const { return mXLine2; }
+  Acad::ErrorStatus setXLine2Point(const AcGePoint3d& point);
+  // A point of the dimension line.
+  AcGePoint3d dimLinePoint() const { return mDefinitionPoint; }
+  Acad::ErrorStatus setDimLinePoint(const AcGePoint3d& point);
+  // The extension lines' angle to the dimension line, 0 for square.
+  double oblique() const { return mOblique; }
+  Acad::ErrorStatus setOblique(double angle);
+
+  Acad::ErrorStatus measurement(double& value) const override;
+
+ protected:
+  short dimensionKind() const override { return 1; }
+  void dxfFields(kelhost::dxf::GroupFiler& filer) override;
+  void transformPoints(const AcGeMatrix3d& xform) override;
+  void definingPoints(AcGePoint3dArray& points) const override;
+  void drawPicture(kelhost::db::DimPicture& picture) override;
+
+ private:
+  AcGePoint3d mXLine1, mXLine2;
+  double mOblique = 0.0;
+};
+
+// Measures along its rotation: the distance between its extension line
+// points projected on that direction.
+class AcDbRotatedDimension : public AcDbDimension {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbRotatedDimension);
+  AcDbRotatedDimension() = default;
+  AcDbRotatedDimension(double rotation, const AcGePoint3d& xLine1Point, const AcGePoint3d& xLine2Point,
+                       const AcGePoint3d& dimLinePoint, const ACHAR* dimText = nullptr,
+                       AcDbObjectId dimStyle = AcDbObjectId::kNull);
+
+  AcGePoint3d xLine1Point() const { return mXLine1; }
+  Acad::ErrorStatus setXLine1Point(const AcGePoint3d& point);
+  AcGePoint3d xLine2Point() const { return mXLine2; }
+  Acad::ErrorStatus setXLine2Point(const AcGePoint3d& point);
+  AcGePoint3d dimLinePoint() const { return mDefinitionPoint; }
+  Acad::ErrorStatus setDimLinePoint(const AcGePoint3d& point);
+  double oblique() const { return mOblique; }
+  Acad::ErrorStatus setOblique(double angle);
+  // The dimension line's angle in the plane of the normal.
+  double rotation() const { return mRotation; }
+  Acad::ErrorStatus setRotation(double angle);
+
+  Acad::ErrorStatus measurement(double& value) const override;
+
+ protected:
+  short dimensionKind() const override { return 0; }
+  void dxfFields(kelhost::dxf::GroupFiler& filer) override;
+  void transformPoints(const AcGeMatrix3d& xform) override;
+  void definingPoints(AcGePoint3dArray& points) const override;
+  void drawPicture(kelhost::db::DimPicture& picture) override;
+
+ private:
+  AcGePoint3d mXLine1, mXLine2;
+  double mOblique = 0.0, mRotation = 0.0;
+};
