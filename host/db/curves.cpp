@@ -99,6 +99,14 @@ Acad::ErrorStatus AcDbCurve::getClosestPointTo(const AcGePoint3d& given, AcGePoi
     onCurve = p.center + (w.isZeroLength() ? p.u : w.normal() * p.radius());
     return Acad::eOk;
   }
+  if (extend && pieces.size() == 1 && pieces[0].kind == Piece::kConic) {
+    // An elliptical arc extends to its whole ellipse.
+    const Piece& p = pieces[0];
+    Path whole;
+    whole.addConic(p.center, p.u, p.v, 0.0, 2 * kPi, 0.0, 2 * kPi);
+    whole.pointAt(whole.closestParam(given), onCurve);
+    return Acad::eOk;
+  }
   path.pointAt(path.closestParam(given), onCurve);
   return Acad::eOk;
 }

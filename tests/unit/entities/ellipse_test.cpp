@@ -62,6 +62,20 @@ TEST(Ellipse, ExtentsAreExact) {
   EXPECT_NEAR_PT(ext.minPoint(), -2, 0, 0);
 }
 
+TEST(Ellipse, ClosestPointExtendsTheArcToTheWholeEllipse) {
+  // The upper half of an ellipse with semi-axes 2 and 1; below it, the
+  // nearest point is an end unless the arc may extend.
+  AcDbEllipse upper(AcGePoint3d(0, 0, 0), AcGeVector3d::kZAxis, AcGeVector3d(2, 0, 0), 0.5, 0.0, kPi);
+  AcGePoint3d pt;
+  ASSERT_EQ(upper.getClosestPointTo(AcGePoint3d(0, -3, 0), pt), Acad::eOk);
+  EXPECT_NEAR(std::abs(pt.x), 2.0, 1e-9);
+  EXPECT_NEAR(pt.y, 0.0, 1e-9);
+  ASSERT_EQ(upper.getClosestPointTo(AcGePoint3d(0, -3, 0), pt, true), Acad::eOk);
+  // The distance is flat at the vertex: the point is good to a few 1e-8.
+  EXPECT_NEAR(pt.x, 0.0, 1e-6);
+  EXPECT_NEAR(pt.y, -1.0, 1e-9);
+}
+
 TEST(Ellipse, AnyAffineTransformKeepsItAnEllipseThroughTheSamePoints) {
   AcGeMatrix3d stretch;  // x by 3, y by 1.5, then turned 30 degrees and moved
   stretch.entry[0][0] = 3.0;
