@@ -99,12 +99,13 @@ class Reader {
   bool fillBlocks();
   bool fillEntities(const Section& s);
   bool fillObjects();
-  bool fillObject(Item& item, AcDbObjectId owner, bool mayKeep);
+  // head: the item's common groups when the caller has parsed them already.
+  bool fillObject(Item& item, AcDbObjectId owner, bool mayKeep, const Head* head = nullptr);
   bool fillComplex(Item& item, AcDbObjectId owner);
   // Reads an item's own groups into obj through its class's description
   // (making the layers it names that the file lacks); false, with why, when
   // they do not fit the class.
-  bool readFields(AcDbObject* obj, const std::string& type, const Head& head, std::wstring& why);
+  bool readFields(AcDbObject* obj, std::string_view type, const Head& head, std::wstring& why);
   bool readXdata(const Head& head, resbuf*& xdata);
   // Replaces the object made for an item by one keeping the item's groups
   // (and its followers') verbatim, with the same owner, xdata and handle.
@@ -123,7 +124,9 @@ class Reader {
       if (s.name == name) return &s;
     return nullptr;
   }
-  std::string typeOf(const Item& i) const { return mTokens[i.begin].value; }
+  const TokenText& typeOf(const Item& i) const { return mTokens[i.begin].value; }
+  // Records a handle the file uses; false when it was used before.
+  bool useHandle(std::uint64_t h);
 
   AcDbDatabase* mDb;
   db::DatabaseState& mState;
@@ -132,8 +135,24 @@ class Reader {
   std::vector<Item> mItems;
   std::wstring mError;
   OwnHeaderVars mOwnVars;
-  std::set<std::uint64_t> mHandles;
+  // The handles the file uses. Handles are given densely from 1 up, so
+  // there are fewer than the file has groups: those below a few per group
+  // are marked in a bitmap, any larger kept in a set.
+  std::vector<bool> mHandleBits;
+  std::set<std::uint64_t> mLargeHandles;
+  std::uint64_t mHighestHandle = 0;
 };
+
+bool Reader::useHandle(std::uint64_t h) {
+  if (mHandleBits.empty()) mHandleBits.assign(mTokens.size() * 4 + 1024, false);
+  if (h > mHighestHandle) mHighestHandle = h;
+  if (h < mHandleBits.size()) {
+    if (mHandleBits[h]) return false;
+    mHandleBits[h] = true;
+    return true;
+  }
+  return mLargeHandles.insert(h).second;
+}
 
 bool Reader::splitSections() {
   static const std::set<std::string> kKnown = {"HEADER", "CLASSES", "TABLES", "BLOCKS", "ENTITIES",
@@ -178,7 +197,7 @@ bool Reader::collectItems(const Section& s, Place place) {
     size_t j = i + 1;
     while (j < s.end && mTokens[j].code != 0) ++j;
     item.end = item.followersEnd = j;
-    const std::string type = mTokens[i].value;
+    const TokenText& type = mTokens[i].value;
     if (type.empty()) return failAt(mTokens[i].line, L"an entity without a type");
     // A complex entity's followers belong to it: a polyline's vertices, an
     // insert's attributes (66 set), up to SEQEND.
@@ -229,7 +248,7 @@ bool Reader::collectItems(const Section& s, Place place) {
       if (!(t.code == 5 || (t.code == 105 && type == "DIMSTYLE"))) continue;
       std::uint64_t h = 0;
       if (!ParseHandle(t.value, h) || h == 0) return failAt(t.line, L"bad handle \"" + FromUtf8(t.value) + L"\"");
-      if (!mHandles.insert(h).second) return failAt(t.line, L"duplicate handle " + FromUtf8(t.value));
+      if (!useHandle(h)) return failAt(t.line, L"duplicate handle " + FromUtf8(t.value));
       std::uint64_t& slot = part == 0 ? item.handle : item.followers[part - 1].handle;
       if (slot == 0) slot = h;
     }
@@ -247,9 +266,9 @@ AcDbObjectId Reader::resolve(std::uint64_t h) const {
 bool Reader::createObjects() {
   // Objects without a handle (older files) get new ones above every
   // handle the file uses.
-  if (!mHandles.empty() && *mHandles.rbegin() >= mState.nextHandle) mState.nextHandle = *mHandles.rbegin() + 1;
+  if (mHighestHandle != 0 && mHighestHandle >= mState.nextHandle) mState.nextHandle = mHighestHandle + 1;
   for (Item& item : mItems) {
-    const std::string type = typeOf(item);
+    const TokenText& type = typeOf(item);
     AcDbObject* obj = nullptr;
     if (item.place == Place::kTable) {
       if (type == "ENDTAB") continue;
@@ -358,9 +377,9 @@ RawGroups ToRaw(const std::vector<Token>& tokens, size_t begin, size_t end) {
   return out;
 }
 
-bool Reader::readFields(AcDbObject* obj, const std::string& type, const Head& head, std::wstring& why) {
+bool Reader::readFields(AcDbObject* obj, std::string_view type, const Head& head, std::wstring& why) {
   FileReader reader(mDb, mTokens.data() + head.body, mTokens.data() + head.xdata,
-                    [this](std::uint64_t h) { return resolve(h); }, FileAnglesInDegrees(FromUtf8(type)));
+                    [this](std::uint64_t h) { return resolve(h); }, FileAnglesInDegrees(type));
   Access::fields(obj, reader);
   // A layer an entity names that the file lacks is made, as entmake does.
   for (GroupFiler::PendingRecord& p : reader.pendingRecords) {
@@ -414,11 +433,13 @@ AcDbObjectId Reader::layerNamed(const RawGroups& body) {
   return mState.layerZero;
 }
 
-bool Reader::fillObject(Item& item, AcDbObjectId owner, bool mayKeep) {
+bool Reader::fillObject(Item& item, AcDbObjectId owner, bool mayKeep, const Head* parsed) {
   AcDbObject* obj = db::Peek(item.id);
-  Head head = ParseHead(mTokens, item.begin, item.end, [this](std::uint64_t h) { return resolve(h); });
+  Head own;
+  if (!parsed) own = ParseHead(mTokens, item.begin, item.end, [this](std::uint64_t h) { return resolve(h); });
+  const Head& head = parsed ? *parsed : own;
   const size_t line = mTokens[item.begin].line;
-  const std::string type = typeOf(item);
+  const TokenText& type = typeOf(item);
   if (owner.isNull()) owner = head.owner;
 
   // Xdata as the object keeps it: 1001 application, its groups, ...
@@ -472,7 +493,7 @@ bool Reader::fillComplex(Item& item, AcDbObjectId owner) {
   const bool is3d = AcDb3dPolyline::cast(head) != nullptr;
   for (size_t i = 0; ok && i < item.followers.size(); ++i) {
     const Follower& f = item.followers[i];
-    const std::string type = mTokens[f.begin].value;
+    const TokenText& type = mTokens[f.begin].value;
     auto intGroup = [&](int code, long fallback) -> long {
       for (size_t k = f.begin + 1; k < f.end; ++k)
         if (mTokens[k].code == code) {
@@ -518,7 +539,7 @@ bool Reader::fillTables() {
   FileExtras& extras = ExtrasOf(mDb);
   for (Item& item : mItems) {
     if (item.place != Place::kTable) continue;
-    const std::string type = typeOf(item);
+    const TokenText& type = typeOf(item);
     const size_t line = mTokens[item.begin].line;
     if (type == "TABLE") {
       table = AcDbSymbolTable::cast(db::Peek(item.id));
@@ -615,7 +636,7 @@ bool Reader::fillBlocks() {
   AcDbObjectId block;
   for (Item& item : mItems) {
     if (item.place != Place::kBlocks) continue;
-    const std::string type = typeOf(item);
+    const TokenText& type = typeOf(item);
     const size_t line = mTokens[item.begin].line;
     if (type == "BLOCK") {
       Head head = ParseHead(mTokens, item.begin, item.end, [this](std::uint64_t h) { return resolve(h); });
@@ -690,7 +711,7 @@ bool Reader::fillEntities(const Section& s) {
         if (mTokens[k].code == 67) paper = mTokens[k].value.find('1') != std::string::npos;
       owner = paper ? mState.paperSpace : mState.modelSpace;
     }
-    if (!(item.followers.empty() ? fillObject(item, owner, true) : fillComplex(item, owner))) return false;
+    if (!(item.followers.empty() ? fillObject(item, owner, true, &head) : fillComplex(item, owner))) return false;
     Access::setOwner(db::Peek(item.id), owner);
     Access::entities(db::PeekAs<AcDbBlockTableRecord>(owner)).push_back(item.id);
   }

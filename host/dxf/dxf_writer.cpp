@@ -5,6 +5,7 @@
 // vertices or attributes and SEQEND), OBJECTS (the named-object dictionary
 // first). Objects the host does not model are written back as read.
 #include <cstdio>
+#include <unordered_map>
 
 #include "arx/dbblkref.h"
 #include "arx/dbdict.h"
@@ -24,18 +25,27 @@ namespace {
 
 using db::Table;
 
-std::string HandleOf(AcDbObjectId id) {
-  AcDbStub* stub = id;
-  return db::IsLiveStub(stub) && !stub->erased ? HandleText(stub->handle) : "0";
-}
-
 class Writer {
  public:
   explicit Writer(AcDbDatabase* db) : mDb(db), mState(db->state()), mExtras(ExtrasOf(db)) {}
   bool run(std::string& out, std::wstring& error);
 
  private:
-  void group(int code, const std::string& value) { mOut.push_back({code, value}); }
+  void group(int code, std::string value) { mOut.push_back({code, std::move(value)}); }
+  // A reference as its handle, "0" for none or one erased.
+  void handle(int code, AcDbObjectId id) {
+    RawGroup& g = mOut.emplace_back();
+    g.code = code;
+    AcDbStub* stub = id;
+    if (db::IsLiveStub(stub) && !stub->erased) AppendHandle(stub->handle, g.value);
+    else g.value = "0";
+  }
+  // What the writer needs of a modelled object's class, found once per class.
+  struct ClassFacts {
+    std::string type;  // DXF name, UTF-8
+    int handleCode;    // 105 for a dimension style, else 5
+  };
+  const ClassFacts& factsOf(AcDbObject* obj);
   void object(AcDbObject* obj);
   void reactors(const AcDbObject* obj);
   void blockEntityGroups(const RawGroups& read, bool paper);
@@ -60,6 +70,7 @@ class Writer {
   FileExtras& mExtras;
   RawGroups mOut;
   std::string mText;
+  std::unordered_map<const AcRxClass*, ClassFacts> mClassFacts;
   std::wstring mError;
 };
 
@@ -80,20 +91,28 @@ void Writer::reactors(const AcDbObject* obj) {
   if (live.size() > 2) mOut.insert(mOut.end(), live.begin(), live.end());
 }
 
+const Writer::ClassFacts& Writer::factsOf(AcDbObject* obj) {
+  auto [it, added] = mClassFacts.try_emplace(obj->isA());
+  if (added) it->second = {ToUtf8(obj->isA()->dxfName()), AcDbDimStyleTableRecord::cast(obj) ? 105 : 5};
+  return it->second;
+}
+
 void Writer::object(AcDbObject* obj) {
   const KeptData* kept = KeptDataOf(obj);
-  const std::wstring type = kept ? kept->type : obj->isA()->dxfName();
-  group(0, ToUtf8(type));
-  group(AcDbDimStyleTableRecord::cast(obj) ? 105 : 5, HandleOf(obj->objectId()));
+  const ClassFacts* facts = kept ? nullptr : &factsOf(obj);
+  const std::string keptType = kept ? ToUtf8(kept->type) : std::string();
+  const std::string& type = kept ? keptType : facts->type;
+  group(0, type);
+  handle(facts ? facts->handleCode : 5, obj->objectId());
   if (kept) mOut.insert(mOut.end(), kept->reactors.begin(), kept->reactors.end());
   else reactors(obj);
   const AcDbObjectId xdict = obj->extensionDictionary();
   if (!xdict.isNull() && !xdict.isErased()) {
     group(102, "{ACAD_XDICTIONARY");
-    group(360, HandleOf(xdict));
+    handle(360, xdict);
     group(102, "}");
   }
-  group(330, HandleOf(obj->ownerId()));
+  handle(330, obj->ownerId());
   bool follows = false;  // 66 written as 1: vertices or attributes follow
   if (kept) {
     mOut.insert(mOut.end(), kept->body.begin(), kept->body.end());
@@ -101,13 +120,13 @@ void Writer::object(AcDbObject* obj) {
     const size_t from = mOut.size();
     FileWriter w(mDb, mOut, FileAnglesInDegrees(type));
     Access::fields(obj, w);
-    if (w.failed() && mError.empty()) mError = type + L": " + w.error();
+    if (w.failed() && mError.empty()) mError = FromUtf8(type) + L": " + w.error();
     for (size_t i = from; i < mOut.size() && !follows; ++i) follows = mOut[i].code == 66 && mOut[i].value == "1";
   }
   ChainToGroups(Access::xdata(obj), mOut);
   if (kept) mOut.insert(mOut.end(), kept->followers.begin(), kept->followers.end());
   // A complex entity's vertices or attributes follow it, then its SEQEND.
-  if (AcDbSubentSequence* seq = db::SequenceOf(obj); seq && follows) {
+  if (AcDbSubentSequence* seq = follows ? db::SequenceOf(obj) : nullptr) {
     for (const AcDbObjectId& id : seq->items)
       if (!id.isErased())
         if (AcDbObject* sub = db::Peek(id)) object(sub);
@@ -158,7 +177,7 @@ void Writer::table(Table t, const char* name) {
     if (!id.isErased()) live.push_back(id);
   group(0, "TABLE");
   group(2, name);
-  group(5, HandleOf(tbl->objectId()));
+  handle(5, tbl->objectId());
   group(330, "0");
   group(100, "AcDbSymbolTable");
   group(70, std::to_string(live.size()));
@@ -185,18 +204,18 @@ BlockExtras& Writer::extrasOf(AcDbBlockTableRecord* btr) {
 void Writer::blockRecord(AcDbBlockTableRecord* btr) {
   BlockExtras& b = extrasOf(btr);
   group(0, "BLOCK_RECORD");
-  group(5, HandleOf(btr->objectId()));
+  handle(5, btr->objectId());
   const AcDbObjectId xdict = btr->extensionDictionary();
   if (!xdict.isNull() && !xdict.isErased()) {
     group(102, "{ACAD_XDICTIONARY");
-    group(360, HandleOf(xdict));
+    handle(360, xdict);
     group(102, "}");
   }
-  group(330, HandleOf(btr->ownerId()));
+  handle(330, btr->ownerId());
   group(100, "AcDbSymbolTableRecord");
   group(100, "AcDbBlockTableRecord");
   group(2, ToUtf8(btr->getName()));
-  group(340, HandleOf(btr->getLayoutId()));
+  handle(340, btr->getLayoutId());
   group(70, std::to_string(static_cast<int>(btr->blockInsertUnits())));
   group(280, btr->explodable() ? "1" : "0");
   group(281, btr->blockScaling() == AcDbBlockTableRecord::kUniform ? "1" : "0");
@@ -234,7 +253,7 @@ void Writer::blocks() {
     const AcGePoint3d origin = btr->origin();
     group(0, "BLOCK");
     group(5, HandleText(b.beginHandle));
-    group(330, HandleOf(id));
+    handle(330, id);
     blockEntityGroups(b.beginEntity, id == mState.paperSpace);
     // The block's own part from the block record.
     short flags = Access::flags(btr);
@@ -256,7 +275,7 @@ void Writer::blocks() {
     if (!isLayout(id)) entitiesOf(id);
     group(0, "ENDBLK");
     group(5, HandleText(b.endHandle));
-    group(330, HandleOf(id));
+    handle(330, id);
     bool marked = false;
     for (const RawGroup& g : b.endBody) marked = marked || (g.code == 100 && g.value == "AcDbBlockEnd");
     if (marked) {
@@ -295,6 +314,9 @@ bool Writer::run(std::string& out, std::wstring& error) {
     for (AcDbObjectId id : Access::records(bt))
       if (auto* btr = db::PeekAs<AcDbBlockTableRecord>(id)) extrasOf(btr);
 
+  // Room for the whole text at once (a few hundred bytes an object; pages
+  // never written are never touched): growing it would copy it repeatedly.
+  mText.reserve(mState.stubs.size() * 256 + 4096);
   auto section = [this](const char* name) {
     group(0, "SECTION");
     group(2, name);

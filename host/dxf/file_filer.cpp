@@ -51,7 +51,7 @@ double Clean(double v) {
 
 // MTEXT's rotation (50) is in degrees too, whatever the DXF reference
 // says: that is what files hold (ezdxf and others write and read it so).
-bool FileAnglesInDegrees(const std::wstring&) { return true; }
+bool FileAnglesInDegrees(std::string_view) { return true; }
 
 std::string DegreesToRadiansText(const std::string& degrees) {
   double d = 0;

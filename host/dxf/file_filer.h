@@ -4,6 +4,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "dxf/dxf_tokens.h"
@@ -80,7 +81,7 @@ class FileReader : public ListReader {
 };
 
 // Whether the file form of a DXF type holds its 50-58 angles in degrees.
-bool FileAnglesInDegrees(const std::wstring& type);
+bool FileAnglesInDegrees(std::string_view type);
 // An angle group's file text in degrees as radians (and back).
 std::string DegreesToRadiansText(const std::string& degrees);
 

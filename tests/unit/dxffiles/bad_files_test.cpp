@@ -35,6 +35,11 @@ TEST_F(DxfFileTest, MalformedFilesAreRefusedNamingTheLine) {
       {"duplicate handle", Replace(good, "0\nENDSEC\n0\nSECTION\n2\nOBJECTS",
                                    "0\nCIRCLE\n5\nA1\n8\n0\n10\n0\n20\n0\n30\n0\n40\n1\n0\nENDSEC\n0\nSECTION\n2\nOBJECTS"),
        "duplicate handle A1"},
+      {"duplicate handle far above the others",
+       Replace(good, "0\nENDSEC\n0\nSECTION\n2\nOBJECTS",
+               "0\nCIRCLE\n5\nFFFFFFF1\n8\n0\n10\n0\n20\n0\n30\n0\n40\n1\n"
+               "0\nCIRCLE\n5\nFFFFFFF1\n8\n0\n10\n0\n20\n0\n30\n0\n40\n1\n0\nENDSEC\n0\nSECTION\n2\nOBJECTS"),
+       "duplicate handle FFFFFFF1"},
       {"invalid UTF-8", Replace(good, "1\nkept", "1\nke\xFFpt"), "line 20: invalid UTF-8"},
       {"binary", "AutoCAD Binary DXF\r\n\x1a", "binary DXF"},
       {"empty", "", "without EOF"},
@@ -54,6 +59,17 @@ TEST_F(DxfFileTest, MalformedFilesAreRefusedNamingTheLine) {
     ASSERT_EQ(modelSpace().size(), 1u) << c.what;
     EXPECT_EQ(eval(L"(cdr (assoc 0 (entget (entnext))))"), L"\"LINE\"") << c.what;
   }
+}
+
+TEST_F(DxfFileTest, AHandleFarAboveTheOthersIsKeptAndNewHandlesGoAboveIt) {
+  writeText("far.dxf", Replace(Good(), "5\nA1\n", "5\nFFFFFFF0\n"));
+  std::wstring error;
+  ASSERT_TRUE(kelhost::ReadDrawingFile(db.get(), wpath("far.dxf"), error)) << kelhost::ToUtf8(error);
+  EXPECT_EQ(eval(L"(cdr (assoc 5 (entget (entnext))))"), L"\"FFFFFFF0\"");
+  ASSERT_EQ(eval(L"(entmake '((0 . \"POINT\") (10 1.0 1.0 0.0)))").find(L"error"), std::wstring::npos);
+  const std::wstring handle = eval(L"(cdr (assoc 5 (entget (entlast))))");
+  ASSERT_GT(handle.size(), 2u);
+  EXPECT_GT(std::stoull(kelhost::ToUtf8(handle.substr(1, handle.size() - 2)), nullptr, 16), 0xFFFFFFF0ull);
 }
 
 TEST_F(DxfFileTest, DwgNamesFallBackToDxfAndMissingFilesAreReported) {
