@@ -4,6 +4,8 @@
 
 #include <cstring>
 
+#include "dxf/caret_text.h"
+
 namespace kelhost::dxf {
 namespace {
 
@@ -298,6 +300,7 @@ bool Tokenize(const std::string& bytes, TokenList& tokens, std::wstring& error) 
       error = AtLine(codeLine, L"the file ends in the middle of a group (truncated)");
       return false;
     }
+    if (kind == FileKind::kText && value.find('^') != std::string_view::npos) value = tokens.keep(ReadCarets(value));
     tokens.push_back(Token{static_cast<int>(code), codeLine, value});
     const bool numeric = kind != FileKind::kText && kind != FileKind::kHandle && kind != FileKind::kBinary;
     if (numeric && !(kind == FileKind::kReal && SurelyReal(value)) && !CheckValue(tokens.back(), kind, error))

@@ -32,7 +32,7 @@ struct Token {
 
 // The groups of a file. Values view the file's bytes, which must outlive
 // the list, or text the list keeps (older files' code page and \U+XXXX
-// escapes decoded).
+// escapes decoded, control characters spelled with carets read back).
 class TokenList : public std::vector<Token> {
  public:
   // Keeps text and gives a view of it that lasts as long as the list.

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "dxf/caret_text.h"
 #include "dxf/raw_group.h"
 
 namespace kelhost::dxf {
@@ -418,8 +419,14 @@ void AppendGroupLines(const RawGroup* begin, const RawGroup* end, std::string& o
     const auto digits = static_cast<size_t>(std::to_chars(buf, buf + sizeof buf, code).ptr - buf);
     return digits < 3 ? 3 : digits;
   };
+  // Only text values may hold control characters or carets.
+  const FileKind* const kinds = FileKinds();
+  auto spelled = [kinds](const RawGroup& g) {
+    return g.code >= 0 && g.code < kFileCodes && kinds[g.code] == FileKind::kText && NeedsCarets(g.value);
+  };
   size_t size = 0;
-  for (const RawGroup* g = begin; g != end; ++g) size += codeWidth(g->code) + 1 + g->value.size() + 1;
+  for (const RawGroup* g = begin; g != end; ++g)
+    size += codeWidth(g->code) + 1 + (spelled(*g) ? CaretSpelledSize(g->value) : g->value.size()) + 1;
   const size_t at = out.size();
   out.resize(at + size);
   char* p = out.data() + at;
@@ -441,6 +448,11 @@ void AppendGroupLines(const RawGroup* begin, const RawGroup* end, std::string& o
     *p++ = '\n';
     const size_t n = g->value.size();
     const char* v = g->value.data();
+    if (spelled(*g)) {
+      p = SpellCarets(g->value, p);
+      *p++ = '\n';
+      continue;
+    }
     if (n <= 16) {
       for (size_t i = 0; i < n; ++i) p[i] = v[i];
     } else {

@@ -69,6 +69,14 @@ TEST_F(RoundTrip, EntitiesLayersXdataAndDictionariesComeBack) {
   EXPECT_NE(eval(L"(tblsearch \"APPID\" \"KELAPP\")"), L"nil");
 }
 
+TEST_F(RoundTrip, ControlCharactersAndCaretsInTextSurviveAsCaretSpellings) {
+  ASSERT_NE(eval(L"(entmake '((0 . \"TEXT\") (10 0.0 0.0 0.0) (40 . 1.0) (1 . \"a\\nb^c\\td\")))"), L"nil");
+  saveAndReopen();
+  // Each group is still one line: the line feed and the tab are spelled.
+  EXPECT_NE(readText("drawing.dxf").find("\n  1\na^Jb^ c^Id\n"), std::string::npos);
+  EXPECT_EQ(eval(L"(= (cdr (assoc 1 (entget (entlast)))) \"a\\nb^c\\td\")"), L"T");
+}
+
 TEST_F(RoundTrip, SavingTwiceGivesTheSameFileAndNewHandlesStayAboveTheSeed) {
   MakeDrawing(*this, &RoundTrip::eval);
   saveAndReopen("first.dxf");

@@ -113,3 +113,11 @@ TEST(Tokens, FilesOfManySmallGroups) {
 }
 
 }  // namespace
+
+TEST(Tokens, CaretSpellingsInTextBecomeControlCharacters) {
+  const Split s = SplitText("  1\nA^JB^ C^IE^x^\n 10\n1.0\n  0\nEOF\n");
+  ASSERT_TRUE(s.ok) << s.error;
+  // Line feed, a caret, a tab; a caret before anything else stays.
+  EXPECT_EQ(s.tokens[0].value, "A\nB^C\tE^x^");
+  EXPECT_EQ(s.tokens[1].value, "1.0");
+}
