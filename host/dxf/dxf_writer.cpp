@@ -117,11 +117,11 @@ void Writer::object(AcDbObject* obj) {
   if (kept) {
     mOut.insert(mOut.end(), kept->body.begin(), kept->body.end());
   } else {
-    const size_t from = mOut.size();
-    FileWriter w(mDb, mOut, FileAnglesInDegrees(type));
+    flush();  // the groups so far go first
+    FileWriter w(mDb, mText, FileAnglesInDegrees(type));
     Access::fields(obj, w);
     if (w.failed() && mError.empty()) mError = FromUtf8(type) + L": " + w.error();
-    for (size_t i = from; i < mOut.size() && !follows; ++i) follows = mOut[i].code == 66 && mOut[i].value == "1";
+    follows = w.follows();
   }
   ChainToGroups(Access::xdata(obj), mOut);
   if (kept) mOut.insert(mOut.end(), kept->followers.begin(), kept->followers.end());

@@ -28,11 +28,11 @@ std::string Utf8Of(const wchar_t* text, size_t length) {
 }
 }  // namespace
 
-void FileWriter::subclass(const wchar_t* marker) { mOut.push_back({100, Utf8Of(marker, std::wcslen(marker))}); }
+void FileWriter::subclass(const wchar_t* marker) { AppendGroupLine(100, Utf8Of(marker, std::wcslen(marker)), mText); }
 
 void FileWriter::text(int code, std::wstring& v, const wchar_t* def, Presence p) {
   if (p == Presence::kUnlessDefault && v == def) return;
-  mOut.push_back({code, Utf8Of(v.data(), v.size())});
+  AppendGroupLine(code, Utf8Of(v.data(), v.size()), mText);
 }
 
 namespace {
@@ -59,10 +59,12 @@ std::string DegreesToRadiansText(const std::string& degrees) {
   return FormatReal(d * kPi / 180.0);
 }
 
-void FileWriter::addReal(int code, double v) {
-  RawGroup& g = mOut.emplace_back();
-  g.code = code;
-  AppendReal(v, g.value);
+void FileWriter::addReal(int code, double v) { AppendRealGroup(code, v, mText); }
+
+void FileWriter::addInteger(int code, long v) {
+  char buf[24];
+  const std::to_chars_result r = std::to_chars(buf, buf + sizeof buf, v);
+  AppendGroupLine(code, std::string_view(buf, static_cast<size_t>(r.ptr - buf)), mText);
 }
 
 void FileWriter::real(int code, double& v, double def, Presence p) {
@@ -92,32 +94,35 @@ void FileWriter::vector(int code, AcGeVector3d& v, const AcGeVector3d& def, Pres
 
 void FileWriter::int16(int code, short& v, short def, Presence p) {
   if (p == Presence::kUnlessDefault && v == def) return;
-  mOut.push_back({code, std::to_string(v)});
+  if (code == 66 && v == 1) mFollows = true;
+  addInteger(code, v);
 }
 
 void FileWriter::int32(int code, std::int32_t& v, std::int32_t def, Presence p) {
   if (p == Presence::kUnlessDefault && v == def) return;
-  mOut.push_back({code, std::to_string(v)});
+  addInteger(code, v);
 }
 
 void FileWriter::id(int code, AcDbObjectId& v, Presence p) {
   AcDbStub* stub = v;
   const bool live = db::IsLiveStub(stub) && !stub->erased;
   if (p == Presence::kUnlessDefault && !live) return;
-  RawGroup& g = mOut.emplace_back();
-  g.code = code;
-  if (live) AppendHandle(stub->handle, g.value);
-  else g.value = "0";
+  if (live) AppendHandleGroup(code, stub->handle, mText);
+  else AppendGroupLine(code, "0", mText);
 }
 
 void FileWriter::record(int code, AcDbObjectId& v, AcDbObjectId, const wchar_t* def, Presence p, bool) {
   auto* rec = db::PeekAs<AcDbSymbolTableRecord>(v);
   const std::wstring* name = rec ? &Access::name(rec) : nullptr;
   if (p == Presence::kUnlessDefault && (name ? (*name == def || EqualNoCase(*name, def)) : true)) return;
-  mOut.push_back({code, name ? Utf8Of(name->data(), name->size()) : Utf8Of(def, std::wcslen(def))});
+  AppendGroupLine(code, name ? Utf8Of(name->data(), name->size()) : Utf8Of(def, std::wcslen(def)), mText);
 }
 
-void FileWriter::chain(resbuf*& data) { ChainToGroups(data, mOut); }
+void FileWriter::chain(resbuf*& data) {
+  RawGroups groups;
+  ChainToGroups(data, groups);
+  AppendGroupLines(groups.data(), groups.data() + groups.size(), mText);
+}
 
 // ---------------------------------------------------------------- reader
 

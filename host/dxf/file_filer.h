@@ -14,12 +14,15 @@
 
 namespace kelhost::dxf {
 
+// The writer appends each group's lines to the file's text as it goes.
 class FileWriter : public GroupFiler {
  public:
   // Angles (50-58) are radians in the database and entity lists but
   // degrees in files (see FileAnglesInDegrees).
-  FileWriter(AcDbDatabase* db, RawGroups& out, bool anglesInDegrees = true)
-      : GroupFiler(db), mOut(out), mDegrees(anglesInDegrees) {}
+  FileWriter(AcDbDatabase* db, std::string& text, bool anglesInDegrees = true)
+      : GroupFiler(db), mText(text), mDegrees(anglesInDegrees) {}
+  // Whether a 66 group of 1 was written: vertices or attributes follow.
+  bool follows() const { return mFollows; }
   bool reading() const override { return false; }
   void subclass(const wchar_t* marker) override;
   void text(int code, std::wstring& v, const wchar_t* def, Presence p) override;
@@ -39,8 +42,10 @@ class FileWriter : public GroupFiler {
 
  private:
   void addReal(int code, double v);
-  RawGroups& mOut;
+  void addInteger(int code, long v);
+  std::string& mText;
   bool mDegrees;
+  bool mFollows = false;
 };
 
 // Reads an object from its own groups in a file exactly as a ListReader

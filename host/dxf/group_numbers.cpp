@@ -411,6 +411,43 @@ std::string HandleText(std::uint64_t handle) {
   return s;
 }
 
+namespace {
+// The code right-aligned in three columns and its line end.
+void AppendCodeLine(int code, std::string& out) {
+  char buf[16];
+  const std::to_chars_result r = std::to_chars(buf, buf + sizeof buf, code);
+  const auto width = static_cast<size_t>(r.ptr - buf);
+  if (width < 3) out.append(3 - width, ' ');
+  out.append(buf, width);
+  out += '\n';
+}
+}  // namespace
+
+void AppendGroupLine(int code, std::string_view value, std::string& out) {
+  AppendCodeLine(code, out);
+  const FileKind* const kinds = FileKinds();
+  if (code >= 0 && code < kFileCodes && kinds[code] == FileKind::kText && NeedsCarets(value)) {
+    const size_t at = out.size();
+    out.resize(at + CaretSpelledSize(value));
+    SpellCarets(value, out.data() + at);
+  } else {
+    out.append(value);
+  }
+  out += '\n';
+}
+
+void AppendRealGroup(int code, double v, std::string& out) {
+  AppendCodeLine(code, out);
+  AppendReal(v, out);
+  out += '\n';
+}
+
+void AppendHandleGroup(int code, std::uint64_t handle, std::string& out) {
+  AppendCodeLine(code, out);
+  AppendHandle(handle, out);
+  out += '\n';
+}
+
 void AppendGroupLines(const RawGroup* begin, const RawGroup* end, std::string& out) {
   // Sized first, then filled: one allocation for the whole text.
   auto codeWidth = [](int code) -> size_t {

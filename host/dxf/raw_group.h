@@ -45,6 +45,10 @@ void AppendHandle(std::uint64_t handle, std::string& out);
 // Groups as a file's lines: the code right-aligned in three columns, then
 // the value, each on its own line.
 void AppendGroupLines(const RawGroup* begin, const RawGroup* end, std::string& out);
+// One group the same way, straight from its value.
+void AppendGroupLine(int code, std::string_view value, std::string& out);
+void AppendRealGroup(int code, double v, std::string& out);
+void AppendHandleGroup(int code, std::uint64_t handle, std::string& out);
 
 // The coordinate group that carries X for a Y/Z group (20 -> 10, 1031 ->
 // 1011), or 0 when the code is not a Y or Z of a point.
