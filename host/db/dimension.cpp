@@ -50,27 +50,18 @@ Acad::ErrorStatus AcDbDimension::setTextPosition(const AcGePoint3d& position) {
 }
 
 Acad::ErrorStatus AcDbDimension::useSetTextPosition() {
-  if (!writable()) return Acad::eNotOpenForWrite;
-  mFlags = static_cast<short>(mFlags | kUserTextPosition);
-  changed();
-  return Acad::eOk;
+  KELHOST_SET_REDRAWN(mFlags, static_cast<short>(mFlags | kUserTextPosition));
 }
 
 Acad::ErrorStatus AcDbDimension::useDefaultTextPosition() {
-  if (!writable()) return Acad::eNotOpenForWrite;
-  mFlags = static_cast<short>(mFlags & ~kUserTextPosition);
-  changed();
-  return Acad::eOk;
+  KELHOST_SET_REDRAWN(mFlags, static_cast<short>(mFlags & ~kUserTextPosition));
 }
 
 void AcDbDimension::placeText(const AcGePoint3d& position) { mTextPosition = position; }
 
 Acad::ErrorStatus AcDbDimension::setNormal(const AcGeVector3d& normal) {
   if (normal.isZeroLength()) return Acad::eInvalidInput;
-  if (!writable()) return Acad::eNotOpenForWrite;
-  mNormal = normal.normal();
-  changed();
-  return Acad::eOk;
+  KELHOST_SET_REDRAWN(mNormal, normal.normal());
 }
 
 ACHAR* AcDbDimension::dimensionText() const {
@@ -80,18 +71,12 @@ ACHAR* AcDbDimension::dimensionText() const {
 }
 
 Acad::ErrorStatus AcDbDimension::setDimensionText(const ACHAR* text) {
-  if (!writable()) return Acad::eNotOpenForWrite;
-  mText = text ? text : L"";
-  changed();
-  return Acad::eOk;
+  KELHOST_SET_REDRAWN(mText, text ? text : L"");
 }
 
 Acad::ErrorStatus AcDbDimension::setTextRotation(double angle) {
   if (!std::isfinite(angle)) return Acad::eInvalidInput;
-  if (!writable()) return Acad::eNotOpenForWrite;
-  mTextRotation = angle;
-  changed();
-  return Acad::eOk;
+  KELHOST_SET_REDRAWN(mTextRotation, angle);
 }
 
 AcDbObjectId AcDbDimension::dimensionStyle() const {
@@ -102,10 +87,7 @@ AcDbObjectId AcDbDimension::dimensionStyle() const {
 
 Acad::ErrorStatus AcDbDimension::setDimensionStyle(AcDbObjectId style) {
   if (!kelhost::db::PeekAs<AcDbDimStyleTableRecord>(style)) return Acad::eInvalidInput;
-  if (!writable()) return Acad::eNotOpenForWrite;
-  mStyle = style;
-  changed();
-  return Acad::eOk;
+  KELHOST_SET_REDRAWN(mStyle, style);
 }
 
 Acad::ErrorStatus AcDbDimension::setTextAttachment(AcDbMText::AttachmentPoint attachment) {

@@ -138,29 +138,17 @@ AcDbAlignedDimension::AcDbAlignedDimension(const AcGePoint3d& xLine1Point, const
 }
 
 Acad::ErrorStatus AcDbAlignedDimension::setXLine1Point(const AcGePoint3d& p) {
-  if (!writable()) return Acad::eNotOpenForWrite;
-  mXLine1 = p;
-  changed();
-  return Acad::eOk;
+  KELHOST_SET_REDRAWN(mXLine1, p);
 }
 Acad::ErrorStatus AcDbAlignedDimension::setXLine2Point(const AcGePoint3d& p) {
-  if (!writable()) return Acad::eNotOpenForWrite;
-  mXLine2 = p;
-  changed();
-  return Acad::eOk;
+  KELHOST_SET_REDRAWN(mXLine2, p);
 }
 Acad::ErrorStatus AcDbAlignedDimension::setDimLinePoint(const AcGePoint3d& p) {
-  if (!writable()) return Acad::eNotOpenForWrite;
-  mDefinitionPoint = p;
-  changed();
-  return Acad::eOk;
+  KELHOST_SET_REDRAWN(mDefinitionPoint, p);
 }
 Acad::ErrorStatus AcDbAlignedDimension::setOblique(double angle) {
   if (!std::isfinite(angle)) return Acad::eInvalidInput;
-  if (!writable()) return Acad::eNotOpenForWrite;
-  mOblique = angle;
-  changed();
-  return Acad::eOk;
+  KELHOST_SET_REDRAWN(mOblique, angle);
 }
 
 Acad::ErrorStatus AcDbAlignedDimension::measurement(double& value) const {
@@ -212,36 +200,21 @@ AcDbRotatedDimension::AcDbRotatedDimension(double rotation, const AcGePoint3d& x
 }
 
 Acad::ErrorStatus AcDbRotatedDimension::setXLine1Point(const AcGePoint3d& p) {
-  if (!writable()) return Acad::eNotOpenForWrite;
-  mXLine1 = p;
-  changed();
-  return Acad::eOk;
+  KELHOST_SET_REDRAWN(mXLine1, p);
 }
 Acad::ErrorStatus AcDbRotatedDimension::setXLine2Point(const AcGePoint3d& p) {
-  if (!writable()) return Acad::eNotOpenForWrite;
-  mXLine2 = p;
-  changed();
-  return Acad::eOk;
+  KELHOST_SET_REDRAWN(mXLine2, p);
 }
 Acad::ErrorStatus AcDbRotatedDimension::setDimLinePoint(const AcGePoint3d& p) {
-  if (!writable()) return Acad::eNotOpenForWrite;
-  mDefinitionPoint = p;
-  changed();
-  return Acad::eOk;
+  KELHOST_SET_REDRAWN(mDefinitionPoint, p);
 }
 Acad::ErrorStatus AcDbRotatedDimension::setOblique(double angle) {
   if (!std::isfinite(angle)) return Acad::eInvalidInput;
-  if (!writable()) return Acad::eNotOpenForWrite;
-  mOblique = angle;
-  changed();
-  return Acad::eOk;
+  KELHOST_SET_REDRAWN(mOblique, angle);
 }
 Acad::ErrorStatus AcDbRotatedDimension::setRotation(double angle) {
   if (!std::isfinite(angle)) return Acad::eInvalidInput;
-  if (!writable()) return Acad::eNotOpenForWrite;
-  mRotation = angle;
-  changed();
-  return Acad::eOk;
+  KELHOST_SET_REDRAWN(mRotation, angle);
 }
 
 Acad::ErrorStatus AcDbRotatedDimension::measurement(double& value) const {

@@ -8,3 +8,13 @@
     member = value;                                 \
     return Acad::eOk;                               \
   } while (0)
+
+// The same for an object whose picture follows its properties (a
+// dimension's block): it is marked to be drawn again as it closes.
+#define KELHOST_SET_REDRAWN(member, value)          \
+  do {                                              \
+    if (!writable()) return Acad::eNotOpenForWrite; \
+    member = value;                                 \
+    changed();                                      \
+    return Acad::eOk;                               \
+  } while (0)

@@ -5,17 +5,12 @@
 #include <cstdlib>
 
 #include "../database/database_fixture.h"
+#include "entity_test_helpers.h"
 #include "db/database_state.h"
 
 namespace {
-constexpr double kPi = 3.14159265358979323846;
-
-AcDbObjectId LastId() {
-  ads_name e;
-  AcDbObjectId id;
-  if (acdbEntLast(e) == RTNORM) acdbGetObjectId(id, e);
-  return id;
-}
+using entity_tests::kPi;
+using entity_tests::LastId;
 }  // namespace
 
 class Annotation : public DrawingTest {};

@@ -9,19 +9,13 @@
 #include <vector>
 
 #include "../database/database_fixture.h"
+#include "entity_test_helpers.h"
 #include "arx/dbelipse.h"
 #include "kelhost/text.h"
 
 namespace {
-constexpr double kPi = 3.14159265358979323846;
-
-AcDbObjectId LastId() {
-  ads_name e;
-  AcDbObjectId id;
-  if (acdbEntLast(e) == RTNORM) acdbGetObjectId(id, e);
-  return id;
-}
-
+using entity_tests::kPi;
+using entity_tests::LastId;
 #define EXPECT_PT(p, X, Y, Z)        \
   do {                               \
     const AcGePoint3d q_ = (p);      \

@@ -5,32 +5,12 @@
 #include <vector>
 
 #include "../database/database_fixture.h"
+#include "entity_test_helpers.h"
 
 namespace {
-constexpr double kPi = 3.14159265358979323846;
-
-AcDbObjectId LastId() {
-  ads_name e;
-  AcDbObjectId id;
-  if (acdbEntLast(e) == RTNORM) acdbGetObjectId(id, e);
-  return id;
-}
-
-#define EXPECT_PT(p, X, Y, Z)     \
-  do {                            \
-    const AcGePoint3d q_ = (p);   \
-    EXPECT_NEAR(q_.x, (X), 1e-9); \
-    EXPECT_NEAR(q_.y, (Y), 1e-9); \
-    EXPECT_NEAR(q_.z, (Z), 1e-9); \
-  } while (0)
-
-bool Near(const AcGeMatrix3d& a, const AcGeMatrix3d& b) {
-  for (int r = 0; r < 4; ++r)
-    for (int c = 0; c < 4; ++c)
-      if (std::fabs(a.entry[r][c] - b.entry[r][c]) > 1e-9) return false;
-  return true;
-}
-
+using entity_tests::kPi;
+using entity_tests::LastId;
+using entity_tests::Near;
 AcGeMatrix3d Scaling(double x, double y, double z) {
   AcGeMatrix3d m;
   m.entry[0][0] = x;

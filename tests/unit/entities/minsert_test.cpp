@@ -10,32 +10,13 @@
 #include <sstream>
 
 #include "../database/database_fixture.h"
+#include "entity_test_helpers.h"
 #include "kelhost/drawing_files.h"
 #include "kelhost/text.h"
 
 namespace {
-
-AcDbObjectId LastId() {
-  ads_name e;
-  AcDbObjectId id;
-  if (acdbEntLast(e) == RTNORM) acdbGetObjectId(id, e);
-  return id;
-}
-
-#define EXPECT_PT(p, X, Y, Z)     \
-  do {                            \
-    const AcGePoint3d q_ = (p);   \
-    EXPECT_NEAR(q_.x, (X), 1e-9); \
-    EXPECT_NEAR(q_.y, (Y), 1e-9); \
-    EXPECT_NEAR(q_.z, (Z), 1e-9); \
-  } while (0)
-
-bool Near(const AcGeMatrix3d& a, const AcGeMatrix3d& b) {
-  for (int r = 0; r < 4; ++r)
-    for (int c = 0; c < 4; ++c)
-      if (std::fabs(a.entry[r][c] - b.entry[r][c]) > 1e-9) return false;
-  return true;
-}
+using entity_tests::LastId;
+using entity_tests::Near;
 
 // Where one image of the array sits: block coordinates to WCS.
 AcGeMatrix3d ImageTransform(const AcDbMInsertBlock& array, int column, int row) {

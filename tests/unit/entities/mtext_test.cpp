@@ -7,33 +7,14 @@
 #include <memory>
 
 #include "../database/database_fixture.h"
+#include "entity_test_helpers.h"
 #include "db/mtext_codes.h"
 
 namespace {
-constexpr double kPi = 3.14159265358979323846;
-
-std::wstring Owned(ACHAR* s) {
-  std::wstring out = s ? s : L"";
-  std::free(s);
-  return out;
-}
-
-AcDbObjectId LastId() {
-  ads_name e;
-  AcDbObjectId id;
-  if (acdbEntLast(e) == RTNORM) acdbGetObjectId(id, e);
-  return id;
-}
-
-// An MTEXT made and closed in model space.
-AcDbObjectId AddToModelSpace(AcDbDatabase* db, AcDbEntity* e) {
-  AcDbBlockTableRecord* ms = nullptr;
-  AcDbObjectId id;
-  if (acdbOpenObject(ms, db->modelSpaceId(), AcDb::kForWrite) != Acad::eOk) return id;
-  if (ms->appendAcDbEntity(id, e) == Acad::eOk) e->close();
-  ms->close();
-  return id;
-}
+using entity_tests::kPi;
+using entity_tests::Owned;
+using entity_tests::LastId;
+using entity_tests::AddToModelSpace;
 }  // namespace
 
 TEST(MTextCodes, PlainTextDropsFormattingAndReadsSymbols) {

@@ -6,16 +6,11 @@
 #include <string>
 
 #include "../database/database_fixture.h"
+#include "entity_test_helpers.h"
 #include "arx/dbxrecrd.h"
 
 namespace {
-
-AcDbObjectId LastId() {
-  ads_name e;
-  AcDbObjectId id;
-  if (acdbEntLast(e) == RTNORM) acdbGetObjectId(id, e);
-  return id;
-}
+using entity_tests::LastId;
 
 const wchar_t* kTriangle =
     L"(progn (entmake '((0 . \"POLYLINE\") (66 . 1) (70 . 1)))"

@@ -6,17 +6,11 @@
 #include <cstring>
 
 #include "../database/database_fixture.h"
+#include "entity_test_helpers.h"
 
 namespace {
-constexpr double kPi = 3.14159265358979323846;
-
-AcDbObjectId LastId() {
-  ads_name e;
-  AcDbObjectId id;
-  if (acdbEntLast(e) == RTNORM) acdbGetObjectId(id, e);
-  return id;
-}
-
+using entity_tests::kPi;
+using entity_tests::LastId;
 const char* kSquarePolyline =
     "(progn (entmake '((0 . \"POLYLINE\") (66 . 1) (70 . 1) (8 . \"PL\")))"
     " (entmake '((0 . \"VERTEX\") (10 0.0 0.0 0.0) (42 . 0.0)))"
