@@ -2,9 +2,15 @@
 
 namespace kelhost::db {
 
-// Fibonacci hashing: consecutive handles, the usual case, spread evenly.
+// Handles are given in runs of consecutive numbers: within a run of the
+// table's size they take consecutive slots (lookups in handle order, the
+// usual order, touch memory in order), and each run starts at a place of
+// its own (Fibonacci hashing of the run's number), so that handles far
+// apart or evenly spaced do not pile up.
 std::size_t HandleIndex::slotOf(Adesk::UInt64 handle) const {
-  return static_cast<std::size_t>((handle * 0x9E3779B97F4A7C15ULL) >> (64 - mBits));
+  const std::size_t mask = (std::size_t{1} << mBits) - 1;
+  const Adesk::UInt64 run = handle >> mBits;
+  return static_cast<std::size_t>(handle + ((run * 0x9E3779B97F4A7C15ULL) >> (64 - mBits))) & mask;
 }
 
 AcDbStub* HandleIndex::lookup(Adesk::UInt64 handle) const {

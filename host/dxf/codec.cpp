@@ -1,5 +1,8 @@
 #include "dxf/codec.h"
 
+#include <cstdint>
+#include <string_view>
+#include <type_traits>
 #include <vector>
 
 #include "ads/rbkind.h"
@@ -57,34 +60,63 @@ const Kind kKinds[] = {
     {L"ACDBDICTIONARYWDFLT", Make<AcDbDictionaryWithDefault>}, {L"ACDBPLACEHOLDER", Make<AcDbPlaceHolder>},
 };
 
-}  // namespace
-
-std::unique_ptr<AcDbObject> NewObjectOfType(const std::wstring& dxfName) {
-  // Files and lists name types in upper case nearly always.
-  for (const Kind& k : kKinds)
-    if (dxfName == k.name) return k.make();
-  const std::wstring upper = ToUpper(dxfName);
-  for (const Kind& k : kKinds)
-    if (upper == k.name) return k.make();
+// The kind named so, in any case of its ASCII letters (every DXF type
+// name is ASCII); null when there is none. Works on wide and UTF-8 names
+// alike, so that a file's type needs no conversion.
+template <class Char>
+const Kind* FindKind(const Char* name, size_t length) {
+  for (const Kind& k : kKinds) {
+    size_t i = 0;
+    for (; i < length && k.name[i]; ++i) {
+      const auto c = static_cast<std::uint32_t>(static_cast<std::make_unsigned_t<Char>>(name[i]));
+      const std::uint32_t upper = c >= 'a' && c <= 'z' ? c - ('a' - 'A') : c;
+      if (upper != static_cast<std::uint32_t>(k.name[i])) break;
+    }
+    if (i == length && !k.name[i]) return &k;
+  }
   return nullptr;
 }
 
-std::unique_ptr<AcDbObject> NewObjectOfType(const std::wstring& dxfName,
-                                            const std::function<long(int code, long fallback)>& intGroup) {
-  const std::wstring upper = ToUpper(dxfName);
-  if (upper == L"POLYLINE" && (intGroup(70, 0) & 8)) return std::make_unique<AcDb3dPolyline>();
-  if (upper == L"VERTEX" && (intGroup(70, 0) & 32)) return std::make_unique<AcDb3dPolylineVertex>();
-  if (upper == L"INSERT" && (intGroup(70, 1) > 1 || intGroup(71, 1) > 1)) return std::make_unique<AcDbMInsertBlock>();
+// The class among those sharing a kind's DXF name that the integer groups
+// pick.
+std::unique_ptr<AcDbObject> MakeOfKind(const Kind* kind, const std::function<long(int code, long fallback)>& intGroup) {
+  if (!kind) return nullptr;
+  const std::wstring_view name = kind->name;
+  if (name == L"POLYLINE" && (intGroup(70, 0) & 8)) return std::make_unique<AcDb3dPolyline>();
+  if (name == L"VERTEX" && (intGroup(70, 0) & 32)) return std::make_unique<AcDb3dPolylineVertex>();
+  if (name == L"INSERT" && (intGroup(70, 1) > 1 || intGroup(71, 1) > 1)) return std::make_unique<AcDbMInsertBlock>();
   // A dimension's kind is group 70's low bits; the kinds the host does not
   // model have no class (a file keeps them verbatim, entmake refuses them).
-  if (upper == L"DIMENSION") {
+  if (name == L"DIMENSION") {
     switch (intGroup(70, 0) & 0x0F) {
       case 0: return std::make_unique<AcDbRotatedDimension>();
       case 1: return std::make_unique<AcDbAlignedDimension>();
       default: return nullptr;
     }
   }
-  return NewObjectOfType(upper);
+  return kind->make();
+}
+
+}  // namespace
+
+std::unique_ptr<AcDbObject> NewObjectOfType(const std::wstring& dxfName) {
+  const Kind* kind = FindKind(dxfName.data(), dxfName.size());
+  return kind ? kind->make() : nullptr;
+}
+
+std::unique_ptr<AcDbObject> NewObjectOfType(const std::wstring& dxfName,
+                                            const std::function<long(int code, long fallback)>& intGroup) {
+  return MakeOfKind(FindKind(dxfName.data(), dxfName.size()), intGroup);
+}
+
+std::unique_ptr<AcDbObject> NewObjectOfType(std::string_view dxfName) {
+  const Kind* kind = FindKind(dxfName.data(), dxfName.size());
+  return kind ? kind->make() : nullptr;
+}
+
+std::unique_ptr<AcDbObject> NewObjectOfType(std::string_view dxfName,
+                                            const std::function<long(int code, long fallback)>& intGroup) {
+  return MakeOfKind(FindKind(dxfName.data(), dxfName.size()), intGroup);
 }
 
 const resbuf* XDataSentinel(const resbuf* list) {

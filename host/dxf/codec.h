@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "arx/dbmain.h"
 
@@ -21,6 +22,10 @@ std::unique_ptr<AcDbObject> NewObjectOfType(const std::wstring& dxfName);
 // null).
 // intGroup gives a group's value, or fallback when the entity lacks it.
 std::unique_ptr<AcDbObject> NewObjectOfType(const std::wstring& dxfName,
+                                            const std::function<long(int code, long fallback)>& intGroup);
+// The same for names in UTF-8, as a file gives them.
+std::unique_ptr<AcDbObject> NewObjectOfType(std::string_view dxfName);
+std::unique_ptr<AcDbObject> NewObjectOfType(std::string_view dxfName,
                                             const std::function<long(int code, long fallback)>& intGroup);
 
 // The object's list: -1 name, 0 type, 5 handle, its extension dictionary

@@ -125,6 +125,12 @@ class Reader {
     return nullptr;
   }
   const TokenText& typeOf(const Item& i) const { return mTokens[i.begin].value; }
+  // The object of an id the reader has from the database's own index (an
+  // item's, or one found by handle): its stub is live, no check needed.
+  static AcDbObject* objectOf(AcDbObjectId id) {
+    AcDbStub* stub = id;
+    return stub ? stub->object.get() : nullptr;
+  }
   // Records a handle the file uses; false when it was used before.
   bool useHandle(std::uint64_t h);
 
@@ -286,7 +292,7 @@ bool Reader::createObjects() {
         obj = kind->make();
         item.table = kind;
       } else {
-        std::unique_ptr<AcDbObject> made = NewObjectOfType(FromUtf8(type));
+        std::unique_ptr<AcDbObject> made = NewObjectOfType(std::string_view(type));
         if (!AcDbSymbolTableRecord::cast(made.get())) continue;  // in an unknown table: kept with it
         obj = made.release();
       }
@@ -303,7 +309,7 @@ bool Reader::createObjects() {
           }
         return fallback;
       };
-      std::unique_ptr<AcDbObject> made = NewObjectOfType(FromUtf8(type), intGroup);
+      std::unique_ptr<AcDbObject> made = NewObjectOfType(std::string_view(type), intGroup);
       // Of complex entities the host models heavy polylines (not meshes,
       // 16 and 64 in group 70) and block references with attributes.
       const bool complexModeled = item.followers.empty() ||
@@ -434,7 +440,7 @@ AcDbObjectId Reader::layerNamed(const RawGroups& body) {
 }
 
 bool Reader::fillObject(Item& item, AcDbObjectId owner, bool mayKeep, const Head* parsed) {
-  AcDbObject* obj = db::Peek(item.id);
+  AcDbObject* obj = objectOf(item.id);
   Head own;
   if (!parsed) own = ParseHead(mTokens, item.begin, item.end, [this](std::uint64_t h) { return resolve(h); });
   const Head& head = parsed ? *parsed : own;
@@ -477,7 +483,7 @@ bool Reader::fillObject(Item& item, AcDbObjectId owner, bool mayKeep, const Head
 
 bool Reader::fillComplex(Item& item, AcDbObjectId owner) {
   if (!fillObject(item, owner, true)) return false;
-  AcDbObject* head = db::Peek(item.id);
+  AcDbObject* head = objectOf(item.id);
   AcDbSubentSequence* seq = db::SequenceOf(head);
   if (!seq) return true;  // kept verbatim with its followers
   // Every follower is read before any joins the database: one that does
@@ -502,7 +508,7 @@ bool Reader::fillComplex(Item& item, AcDbObjectId owner) {
         }
       return fallback;
     };
-    std::unique_ptr<AcDbObject> object = NewObjectOfType(FromUtf8(type), intGroup);
+    std::unique_ptr<AcDbObject> object = NewObjectOfType(std::string_view(type), intGroup);
     const bool last = i + 1 == item.followers.size();
     const AcDbObject* o = object.get();
     ok = last ? AcDbSequenceEnd::cast(o) != nullptr
@@ -542,7 +548,7 @@ bool Reader::fillTables() {
     const TokenText& type = typeOf(item);
     const size_t line = mTokens[item.begin].line;
     if (type == "TABLE") {
-      table = AcDbSymbolTable::cast(db::Peek(item.id));
+      table = AcDbSymbolTable::cast(objectOf(item.id));
       unknown = nullptr;
       if (!table) {
         extras.unknownTables.push_back(ToRaw(mTokens, item.begin, item.end));
@@ -567,7 +573,7 @@ bool Reader::fillTables() {
       unknown->insert(unknown->end(), raw.begin(), raw.end());
       continue;
     }
-    auto* record = AcDbSymbolTableRecord::cast(db::Peek(item.id));
+    auto* record = AcDbSymbolTableRecord::cast(objectOf(item.id));
     if (!table || !record) return failAt(line, L"a table record outside its table");
     if (!record->isKindOf(static_cast<AcDbSymbolTable*>(table)->recordClass()))
       return failAt(line, FromUtf8(type) + L" in the wrong table");
@@ -691,7 +697,7 @@ bool Reader::fillBlocks() {
     }
     if (!(item.followers.empty() ? fillObject(item, block, true) : fillComplex(item, block))) return false;
     auto* btr = db::PeekAs<AcDbBlockTableRecord>(block);
-    AcDbObject* obj = db::Peek(item.id);
+    AcDbObject* obj = objectOf(item.id);
     Access::setOwner(obj, block);
     Access::entities(btr).push_back(item.id);
   }
@@ -700,20 +706,29 @@ bool Reader::fillBlocks() {
 }
 
 bool Reader::fillEntities(const Section& s) {
+  AcDbObjectId lastOwner;
+  AcDbBlockTableRecord* lastBlock = nullptr;
   for (Item& item : mItems) {
     if (item.place != Place::kEntities) continue;
     // The owner: the block the entity names, else its space (67).
     Head head = ParseHead(mTokens, item.begin, item.end, [this](std::uint64_t h) { return resolve(h); });
     AcDbObjectId owner = head.owner;
-    if (!db::PeekAs<AcDbBlockTableRecord>(owner)) {
+    // Entities come in long runs of the same owner.
+    if (owner != lastOwner) {
+      lastBlock = AcDbBlockTableRecord::cast(objectOf(owner));
+      lastOwner = owner;
+    }
+    AcDbBlockTableRecord* block = lastBlock;
+    if (!block) {
       bool paper = false;
       for (size_t k = head.body; k < head.xdata; ++k)
         if (mTokens[k].code == 67) paper = mTokens[k].value.find('1') != std::string::npos;
       owner = paper ? mState.paperSpace : mState.modelSpace;
+      block = AcDbBlockTableRecord::cast(objectOf(owner));
     }
     if (!(item.followers.empty() ? fillObject(item, owner, true, &head) : fillComplex(item, owner))) return false;
-    Access::setOwner(db::Peek(item.id), owner);
-    Access::entities(db::PeekAs<AcDbBlockTableRecord>(owner)).push_back(item.id);
+    Access::setOwner(objectOf(item.id), owner);
+    Access::entities(block).push_back(item.id);
   }
   (void)s;
   return true;
@@ -725,7 +740,7 @@ bool Reader::fillObjects() {
     if (item.place != Place::kObjects) continue;
     if (!fillObject(item, AcDbObjectId(), true)) return false;
     // The first dictionary is the named-object dictionary.
-    if (first && AcDbDictionary::cast(db::Peek(item.id))) mState.namedObjects = item.id;
+    if (first && AcDbDictionary::cast(objectOf(item.id))) mState.namedObjects = item.id;
     first = false;
   }
   return true;

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "dxf/caret_text.h"
+#include "dxf/eight_digits.h"
 
 namespace kelhost::dxf {
 namespace {
@@ -96,15 +97,19 @@ bool CheckValue(const Token& t, FileKind kind, std::wstring& error) {
 // costs less than reading the number, which is left to the object's reader.
 bool SurelyReal(std::string_view text) {
   if (text.empty() || text.size() > 300) return false;
+  const size_t n = text.size();
   size_t i = text[0] == '-' ? 1 : 0;
-  bool digit = false, point = false;
-  for (; i < text.size(); ++i) {
-    const char c = text[i];
-    if (c >= '0' && c <= '9') digit = true;
-    else if (c == '.' && !point) point = true;
-    else return false;
+  bool digit = false;
+  auto digits = [&] {
+    for (; n - i >= 8 && AllDigits(EightBytes(text.data() + i)); i += 8) digit = true;
+    for (; i < n && text[i] >= '0' && text[i] <= '9'; ++i) digit = true;
+  };
+  digits();
+  if (i < n && text[i] == '.') {
+    ++i;
+    digits();
   }
-  return digit;
+  return digit && i == n;
 }
 
 // A group code line: blanks, decimal digits, blanks, as nearly every file

@@ -75,6 +75,19 @@ TEST(Tokens, FaultsNameTheirLine) {
   const Split reals = SplitText(" 10\n-0012.500\n 20\n 1e-3 \n 30\n.5\n 40\n7.\n  0\nEOF\n");
   ASSERT_TRUE(reals.ok) << reals.error;
   EXPECT_EQ(reals.tokens[1].value, " 1e-3 ");
+  // Long runs of digits are checked eight at a time: a fault anywhere in
+  // them, or next to the point, is still found.
+  const std::string digits = "12345678901234567.89012345678";
+  for (size_t at = 0; at < digits.size(); ++at)
+    for (char fault : {'x', '/', ':', ' ', '.', '\x80'}) {
+      std::string value = digits;
+      if (value[at] == '.' && fault == '.') continue;
+      value[at] = fault;
+      // strtod takes a blank before or after the number.
+      const bool blankEnd = fault == ' ' && (at == 0 || at == digits.size() - 1);
+      EXPECT_EQ(SplitText(" 10\n" + value + "\n  0\nEOF\n").ok, blankEnd) << value;
+    }
+  EXPECT_TRUE(SplitText(" 10\n-" + digits + "\n 20\n1234567812345678\n  0\nEOF\n").ok);
   EXPECT_EQ(SplitText("AutoCAD Binary DXF\r\n\x1a").error,
             "line 1: binary DXF is not supported (save the drawing as ASCII DXF)");
 }
