@@ -73,6 +73,7 @@ struct Follower {
 
 // One entity or object of the file: its tokens from the 0 group on.
 struct Item {
+  TokenText type;  // its 0 group's value
   Place place = Place::kEntities;
   size_t begin = 0, end = 0;  // [0 group, next item)
   size_t followersEnd = 0;  // end of VERTEX/ATTRIB... SEQEND that belong to it
@@ -88,7 +89,7 @@ std::wstring AtLine(size_t line, const std::wstring& what) { return L"line " + s
 
 class Reader {
  public:
-  Reader(AcDbDatabase* db, std::vector<Token>& tokens) : mDb(db), mState(db->state()), mTokens(tokens) {}
+  Reader(AcDbDatabase* db, TokenList& tokens) : mDb(db), mState(db->state()), mTokens(tokens) {}
   bool run(std::wstring& error);
 
  private:
@@ -124,7 +125,7 @@ class Reader {
       if (s.name == name) return &s;
     return nullptr;
   }
-  const TokenText& typeOf(const Item& i) const { return mTokens[i.begin].value; }
+  static const TokenText& typeOf(const Item& i) { return i.type; }
   // The object of an id the reader has from the database's own index (an
   // item's, or one found by handle): its stub is live, no check needed.
   static AcDbObject* objectOf(AcDbObjectId id) {
@@ -136,7 +137,7 @@ class Reader {
 
   AcDbDatabase* mDb;
   db::DatabaseState& mState;
-  std::vector<Token>& mTokens;
+  TokenList& mTokens;
   std::vector<Section> mSections;
   std::vector<Item> mItems;
   std::wstring mError;
@@ -163,6 +164,9 @@ bool Reader::useHandle(std::uint64_t h) {
 bool Reader::splitSections() {
   static const std::set<std::string> kKnown = {"HEADER", "CLASSES", "TABLES", "BLOCKS", "ENTITIES",
                                                "OBJECTS", "THUMBNAILIMAGE", "ACDSDATA"};
+  using Mark = TokenList::Mark;
+  const std::vector<Mark>& starts = mTokens.starts;
+  auto start = starts.begin();  // the first 0 group at or after i
   size_t i = 0;
   const size_t n = mTokens.size();
   while (i < n) {
@@ -181,8 +185,10 @@ bool Reader::splitSections() {
     if (!kKnown.count(s.name)) return failAt(mTokens[i + 1].line, L"unknown section \"" + FromUtf8(s.name) + L"\"");
     if (section(s.name.c_str())) return failAt(t.line, L"section " + FromUtf8(s.name) + L" appears twice");
     s.begin = i + 2;
-    size_t j = s.begin;
-    while (j < n && !(mTokens[j].code == 0 && (mTokens[j].value == "ENDSEC" || mTokens[j].value == "EOF"))) ++j;
+    // Its end: the next ENDSEC (or EOF, a truncated file) among the 0 groups.
+    start = std::lower_bound(start, starts.end(), s.begin, [](const Mark& m, size_t at) { return m.index < at; });
+    while (start != starts.end() && start->value != "ENDSEC" && start->value != "EOF") ++start;
+    const size_t j = start == starts.end() ? n : start->index;
     if (j >= n || mTokens[j].value != "ENDSEC")
       return failAt(j < n ? mTokens[j].line : mTokens.back().line,
                     L"section " + FromUtf8(s.name) + L" has no ENDSEC (truncated file)");
@@ -196,14 +202,23 @@ bool Reader::splitSections() {
 bool Reader::collectItems(const Section& s, Place place) {
   size_t i = s.begin;
   if (i < s.end && mTokens[i].code != 0) return failAt(mTokens[i].line, L"expected group 0");
+  // Every item starts at a 0 group, and the section's ENDSEC is one too:
+  // each item's end is the next 0 group.
+  using Mark = TokenList::Mark;
+  auto before = [](const Mark& m, size_t at) { return m.index < at; };
+  const std::vector<Mark>& starts = mTokens.starts;
+  const std::vector<Mark>& handles = mTokens.handles;
+  auto start = std::lower_bound(starts.begin(), starts.end(), i, before);
+  auto handle = std::lower_bound(handles.begin(), handles.end(), i, before);
+  mItems.reserve(mItems.size() + static_cast<size_t>(std::lower_bound(start, starts.end(), s.end, before) - start));
   while (i < s.end) {
     Item item;
+    item.type = start->value;
     item.place = place;
     item.begin = i;
-    size_t j = i + 1;
-    while (j < s.end && mTokens[j].code != 0) ++j;
+    const size_t j = (++start)->index;
     item.end = item.followersEnd = j;
-    const TokenText& type = mTokens[i].value;
+    const TokenText& type = item.type;
     if (type.empty()) return failAt(mTokens[i].line, L"an entity without a type");
     // A complex entity's followers belong to it: a polyline's vertices, an
     // insert's attributes (66 set), up to SEQEND.
@@ -214,9 +229,8 @@ bool Reader::collectItems(const Section& s, Place place) {
     if (complex && (place == Place::kBlocks || place == Place::kEntities)) {
       size_t k = j;
       while (k < s.end) {
-        size_t e = k + 1;
-        while (e < s.end && mTokens[e].code != 0) ++e;
-        const std::string& t = mTokens[k].value;
+        const std::string_view t = start->value;
+        const size_t e = (++start)->index;
         item.followers.push_back({k, e, 0});
         if (t == "SEQEND") {
           k = e;
@@ -244,22 +258,23 @@ bool Reader::collectItems(const Section& s, Place place) {
                                      std::to_wstring(found));
     }
     // Handles (5, or 105 for a dimension style) of the item and its followers.
-    size_t part = 0;  // 0 the item, then 1 + its follower's index
-    for (size_t k = i; k < item.followersEnd; ++k) {
-      const Token& t = mTokens[k];
-      if (t.code == 0) {
-        if (k >= item.end) ++part;
-        continue;
-      }
-      if (!(t.code == 5 || (t.code == 105 && type == "DIMSTYLE"))) continue;
+    size_t follower = 0;
+    for (; handle != handles.end() && handle->index < item.followersEnd; ++handle) {
+      if (handle->code == 105 && type != "DIMSTYLE") continue;
+      const size_t at = handle->index;
       std::uint64_t h = 0;
-      if (!ParseHandle(t.value, h) || h == 0) return failAt(t.line, L"bad handle \"" + FromUtf8(t.value) + L"\"");
-      if (!useHandle(h)) return failAt(t.line, L"duplicate handle " + FromUtf8(t.value));
-      std::uint64_t& slot = part == 0 ? item.handle : item.followers[part - 1].handle;
-      if (slot == 0) slot = h;
+      if (!ParseHandle(handle->value, h) || h == 0)
+        return failAt(mTokens[at].line, L"bad handle \"" + FromUtf8(handle->value) + L"\"");
+      if (!useHandle(h)) return failAt(mTokens[at].line, L"duplicate handle " + FromUtf8(handle->value));
+      std::uint64_t* slot = &item.handle;
+      if (at >= item.end) {  // in a follower: the one whose groups hold it
+        while (at >= item.followers[follower].end) ++follower;
+        slot = &item.followers[follower].handle;
+      }
+      if (*slot == 0) *slot = h;
     }
-    mItems.push_back(item);
     i = item.followersEnd;
+    mItems.push_back(std::move(item));
   }
   return true;
 }

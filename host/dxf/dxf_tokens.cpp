@@ -197,6 +197,8 @@ bool DecodeText(TokenList& tokens, bool highBytes, std::wstring& error) {
     if (legacy && FileKindOf(t.code) == FileKind::kText && t.value.find("\\U+") != std::string_view::npos)
       t.value = tokens.keep(DecodeUnicodeEscapes(t.value));
   }
+  for (auto* marks : {&tokens.starts, &tokens.handles})
+    for (TokenList::Mark& m : *marks) m.value = tokens[m.index].value;
   return true;
 }
 
@@ -235,6 +237,8 @@ bool IsValidUtf8(std::string_view s) {
 
 bool Tokenize(const std::string& bytes, TokenList& tokens, std::wstring& error) {
   tokens.clear();
+  tokens.starts.clear();
+  tokens.handles.clear();
   static const char kBinary[] = "AutoCAD Binary DXF";
   if (bytes.compare(0, sizeof kBinary - 1, kBinary) == 0) {
     error = L"line 1: binary DXF is not supported (save the drawing as ASCII DXF)";
@@ -306,6 +310,9 @@ bool Tokenize(const std::string& bytes, TokenList& tokens, std::wstring& error) 
       return false;
     }
     if (kind == FileKind::kText && value.find('^') != std::string_view::npos) value = tokens.keep(ReadCarets(value));
+    const auto index = static_cast<std::uint32_t>(tokens.size());
+    if (code == 0) tokens.starts.push_back({index, 0, value});
+    else if (code == 5 || code == 105) tokens.handles.push_back({index, static_cast<int>(code), value});
     tokens.push_back(Token{static_cast<int>(code), codeLine, value});
     const bool numeric = kind != FileKind::kText && kind != FileKind::kHandle && kind != FileKind::kBinary;
     if (numeric && !(kind == FileKind::kReal && SurelyReal(value)) && !CheckValue(tokens.back(), kind, error))

@@ -41,6 +41,18 @@ class TokenList : public std::vector<Token> {
     return mKept.back();
   }
 
+  // A group the reader looks for first: where it is, its code and value.
+  struct Mark {
+    std::uint32_t index;
+    int code;
+    TokenText value;
+  };
+  // The 0 groups (each starts a section, an entity, an object, ...) and
+  // the handle groups (5, and 105 that a dimension style has), in file
+  // order: the reader goes from one to the next without passing over, or
+  // even loading, the groups between.
+  std::vector<Mark> starts, handles;
+
  private:
   std::deque<std::string> mKept;
 };

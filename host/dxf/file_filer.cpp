@@ -156,24 +156,25 @@ FileReader::FileReader(AcDbDatabase* db, const Token* begin, const Token* end, c
     std::swap(mBuffers, *mLent);
   }
   std::vector<resbuf>& nodes = mBuffers.nodes;
-  // One node per group at most: the nodes never move once made.
+  // One node per group at most, and no more text than the groups' values
+  // have bytes: neither moves once made, so nodes link to each other and
+  // point at their text as they are made.
   nodes.clear();
   nodes.reserve(static_cast<size_t>(end - begin));
+  size_t room = 0;
+  for (const Token* t = begin; t != end; ++t) room += t->value.size() + 1;
   mBuffers.text.clear();
-  mBuffers.textAt.clear();
+  mBuffers.text.reserve(room);
   if (!ConvertGroups(begin, end, resolve, *this)) fail(L"out of memory");
-  for (const auto& [node, at] : mBuffers.textAt) nodes[node].resval.rstring = &mBuffers.text[at];
-  for (size_t i = 0; i < nodes.size(); ++i) {
-    resbuf& rb = nodes[i];
-    rb.rbnext = i + 1 < nodes.size() ? &nodes[i + 1] : nullptr;
-    // Degrees made radians as DegreesToRadiansText makes them (its text
-    // reads back as the same double; a product too large for a double
-    // has no text that reads, and becomes 0).
-    if (anglesInDegrees && IsAngle(rb.restype)) {
-      const double r = rb.resval.rreal * kPi / 180.0;
-      rb.resval.rreal = std::isfinite(r) ? r : 0.0;
-    }
-  }
+  // Degrees made radians as DegreesToRadiansText makes them (its text
+  // reads back as the same double; a product too large for a double has no
+  // text that reads, and becomes 0).
+  if (anglesInDegrees && mAngles)
+    for (resbuf& rb : nodes)
+      if (IsAngle(rb.restype)) {
+        const double r = rb.resval.rreal * kPi / 180.0;
+        rb.resval.rreal = std::isfinite(r) ? r : 0.0;
+      }
   swapBuffers(mBuffers.groups, mBuffers.used);
   setGroups(nodes.data(), nodes.size());
 }
@@ -190,21 +191,25 @@ FileReader::~FileReader() {
 }
 
 resbuf* FileReader::newNode(int code) {
-  resbuf& rb = mBuffers.nodes.emplace_back();
+  std::vector<resbuf>& nodes = mBuffers.nodes;
+  resbuf* previous = nodes.empty() ? nullptr : &nodes.back();
+  resbuf& rb = nodes.emplace_back();
   std::memset(&rb, 0, sizeof rb);
   rb.restype = static_cast<short>(code);
+  if (previous) previous->rbnext = &rb;
+  if (IsAngle(code)) mAngles = true;
   return &rb;
 }
 
 bool FileReader::setText(resbuf* rb, std::string_view utf8) {
   std::wstring& text = mBuffers.text;
-  mBuffers.textAt.emplace_back(static_cast<size_t>(rb - mBuffers.nodes.data()), text.size());
   const size_t at = text.size();
   text.resize(at + utf8.size() + 1);  // with the null that ends it
   wchar_t* out = &text[at];
+  rb->resval.rstring = out;
   for (size_t i = 0; i < utf8.size(); ++i) {
     const auto c = static_cast<unsigned char>(utf8[i]);
-    if (c >= 0x80) {
+    if (c >= 0x80) {  // never more characters than bytes: still in the room made
       text.resize(at);
       text += FromUtf8(std::string(utf8));
       text += L'\0';

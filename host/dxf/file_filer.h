@@ -68,8 +68,7 @@ class FileReader : public ListReader {
   // The buffers readers pass on to the next one (see the constructor).
   struct Buffers {
     std::vector<resbuf> nodes;
-    std::wstring text;                              // every text value, each ended by a null
-    std::vector<std::pair<size_t, size_t>> textAt;  // node, where its text starts
+    std::wstring text;  // every text value, each ended by a null
     std::vector<const resbuf*> groups;
     std::vector<unsigned char> used;
   };
@@ -83,6 +82,7 @@ class FileReader : public ListReader {
   Buffers mBuffers;
   Buffers* mLent = nullptr;  // whose buffers these are, to give back
   bool mBinary = false;      // a node holds a binary chunk to free
+  bool mAngles = false;      // a node holds an angle
 };
 
 // Whether the file form of a DXF type holds its 50-58 angles in degrees.

@@ -9,8 +9,10 @@
 #include <cstdlib>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 
 #include "dxf/caret_text.h"
+#include "dxf/eight_digits.h"
 #include "dxf/raw_group.h"
 
 namespace kelhost::dxf {
@@ -111,15 +113,95 @@ int LaidOut(const Decimal& d, int precision, char* buf) {
   return static_cast<int>(p - buf);
 }
 
-// Whether a number's text has no digit but 0 before its exponent: then
-// it is zero, not a value too small for a double.
-bool ZeroDigits(std::string_view t) {
-  for (char c : t) {
-    if (c == 'e' || c == 'E') break;
-    if (c >= '1' && c <= '9') return false;
+// A number in the form [-]digits[.digits][(e|E)[+|-]digits] with a digit
+// in the mantissa: the form std::from_chars reads exactly as strtod does.
+struct PlainDecimal {
+  bool negative = false;
+  std::uint64_t mantissa = 0;  // the first 19 significant digits
+  int significant = 0;         // significant digits in all
+  int exponent = 0;            // of the mantissa's last digit
+  bool zero = true;            // every mantissa digit is 0
+};
+
+bool ReadPlainDecimal(std::string_view t, PlainDecimal& d) {
+  const char* p = t.data();
+  const char* const end = p + t.size();
+  const bool negative = p < end && *p == '-';
+  if (negative) ++p;
+  std::uint64_t mantissa = 0;
+  int significant = 0, exponent = 0;
+  const char* const first = p;
+  auto isDigit = [](char c) { return static_cast<unsigned char>(c - '0') < 10; };
+  while (p < end && *p == '0') ++p;  // leading zeros
+  for (; significant <= 11 && end - p >= 8 && AllDigits(EightBytes(p)); p += 8, significant += 8)
+    mantissa = mantissa * 100000000 + EightDigitsValue(EightBytes(p));
+  for (; p < end && isDigit(*p); ++p, ++significant) {
+    if (significant < 19) mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p - '0');
+    else ++exponent;
   }
-  return true;
+  bool anyDigit = p > first;
+  if (p < end && *p == '.') {
+    ++p;
+    const char* fraction = p;
+    if (significant == 0)
+      for (; p < end && *p == '0'; ++p) --exponent;  // zeros before the first significant digit
+    for (; significant <= 11 && end - p >= 8 && AllDigits(EightBytes(p)); p += 8, significant += 8, exponent -= 8)
+      mantissa = mantissa * 100000000 + EightDigitsValue(EightBytes(p));
+    for (; p < end && isDigit(*p); ++p, ++significant) {
+      if (significant < 19) {
+        mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p - '0');
+        --exponent;
+      }
+    }
+    anyDigit = anyDigit || p > fraction;
+  }
+  if (!anyDigit) return false;
+  if (p < end && (*p == 'e' || *p == 'E')) {
+    ++p;
+    const bool minus = p < end && *p == '-';
+    if (p < end && (*p == '+' || *p == '-')) ++p;
+    const char* digits = p;
+    int e = 0;
+    for (; p < end && isDigit(*p); ++p)
+      if (e < 100000) e = e * 10 + (*p - '0');
+    if (p == digits) return false;
+    exponent += minus ? -e : e;
+  }
+  d.negative = negative;
+  d.mantissa = mantissa;
+  d.significant = significant;
+  d.exponent = exponent;
+  d.zero = significant == 0;
+  return p == end;
 }
+
+// Up to 19 digits and a power of ten up to 10^27 are exact in the x87's
+// extended precision (64-bit mantissa): the quotient or product is rounded
+// once to 64 bits, and rounding that to a double's 53 is right unless it
+// lies exactly halfway between two doubles (then the true value's side is
+// unknown and the caller takes the general way).
+bool ExtendedQuotient(const PlainDecimal& d, double& out) {
+  if constexpr (std::numeric_limits<long double>::digits != 64) {
+    return false;
+  } else {
+    static const long double kPowers[] = {1e0L,  1e1L,  1e2L,  1e3L,  1e4L,  1e5L,  1e6L,  1e7L,  1e8L,  1e9L,
+                                          1e10L, 1e11L, 1e12L, 1e13L, 1e14L, 1e15L, 1e16L, 1e17L, 1e18L, 1e19L,
+                                          1e20L, 1e21L, 1e22L, 1e23L, 1e24L, 1e25L, 1e26L, 1e27L};
+    if (d.significant > 19 || d.exponent < -27 || d.exponent > 27) return false;
+    const long double m = static_cast<long double>(d.mantissa);
+    const long double q = d.exponent < 0 ? m / kPowers[-d.exponent] : m * kPowers[d.exponent];
+    std::uint64_t bits;
+    std::memcpy(&bits, &q, sizeof bits);  // the 64-bit mantissa, integer bit included
+    if ((bits & 0x7FF) == 0x400) return false;
+    const double v = static_cast<double>(q);
+    out = d.negative ? -v : v;
+    return true;
+  }
+}
+
+// Powers of ten that doubles hold exactly.
+const double kExactPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                               1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
 // printf's search done with integers, for the doubles drawings mostly
 // hold: 1e-3 <= |v| < 1e14, not a power of two. Then v = m / 2^e exactly
@@ -281,15 +363,25 @@ std::string FormatReal(double v) {
 bool ParseReal(std::string_view text, double& out) {
   const std::string_view t = Trimmed(text);
   if (t.empty()) return false;
-  // std::from_chars reads the forms files write and rounds as strtod does.
-  // strtod flags a value too small for a double as out of range, and takes
-  // forms from_chars does not (a plus sign, hexadecimal): the C library
-  // settles everything but plain normal numbers and zeros.
-  double v = 0;
-  const std::from_chars_result r = std::from_chars(t.data(), t.data() + t.size(), v);
-  if (r.ec == std::errc() && r.ptr == t.data() + t.size() && (std::isnormal(v) || (v == 0 && ZeroDigits(t)))) {
-    out = v;
-    return true;
+  PlainDecimal d;
+  if (ReadPlainDecimal(t, d)) {
+    if (d.zero) {
+      out = d.negative ? -0.0 : 0.0;
+      return true;
+    }
+    // A mantissa and a power of ten that doubles hold exactly: one
+    // division or multiplication rounds correctly, as strtod does.
+    if (d.significant <= 19 && d.mantissa <= (std::uint64_t{1} << 53) && d.exponent >= -22 && d.exponent <= 22) {
+      const double m = static_cast<double>(d.mantissa);
+      const double v = d.exponent < 0 ? m / kExactPowers[-d.exponent] : m * kExactPowers[d.exponent];
+      out = d.negative ? -v : v;
+      return true;
+    }
+    if (ExtendedQuotient(d, out)) return true;
+    const std::from_chars_result r = std::from_chars(t.data(), t.data() + t.size(), out);
+    // strtod flags underflow (a tiny nonzero value) as out of range: the C
+    // library settles those.
+    if (r.ec == std::errc() && r.ptr == t.data() + t.size() && std::isnormal(out)) return true;
   }
   const std::string copy(t);
   char* end = nullptr;
