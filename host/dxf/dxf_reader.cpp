@@ -103,6 +103,9 @@ class Reader {
   // head: the item's common groups when the caller has parsed them already.
   bool fillObject(Item& item, AcDbObjectId owner, bool mayKeep, const Head* head = nullptr);
   bool fillComplex(Item& item, AcDbObjectId owner);
+  // A lightweight polyline's vertex count (90) must agree with the
+  // vertices (10) it has: a file that says otherwise is refused.
+  bool checkVertexCount(const Item& item);
   // Reads an item's own groups into obj through its class's description
   // (making the layers it names that the file lacks); false, with why, when
   // they do not fit the class.
@@ -241,21 +244,6 @@ bool Reader::collectItems(const Section& s, Place place) {
         if (k >= s.end) return failAt(mTokens[i].line, FromUtf8(type) + L" without SEQEND");
       }
       item.followersEnd = k;
-    }
-    // A vertex count must agree with the vertices that follow it.
-    if (type == "LWPOLYLINE") {
-      long long claimed = -1, found = 0;
-      size_t countLine = 0;
-      for (size_t k = i + 1; k < j; ++k) {
-        if (mTokens[k].code == 90 && claimed < 0) {
-          ParseInteger(mTokens[k].value, claimed);
-          countLine = mTokens[k].line;
-        }
-        if (mTokens[k].code == 10) ++found;
-      }
-      if (claimed >= 0 && claimed != found)
-        return failAt(countLine, L"LWPOLYLINE claims " + std::to_wstring(claimed) + L" vertices but has " +
-                                     std::to_wstring(found));
     }
     // Handles (5, or 105 for a dimension style) of the item and its followers.
     size_t follower = 0;
@@ -454,7 +442,24 @@ AcDbObjectId Reader::layerNamed(const RawGroups& body) {
   return mState.layerZero;
 }
 
+bool Reader::checkVertexCount(const Item& item) {
+  long long claimed = -1, found = 0;
+  size_t countLine = 0;
+  for (size_t k = item.begin + 1; k < item.end; ++k) {
+    if (mTokens[k].code == 90 && claimed < 0) {
+      ParseInteger(mTokens[k].value, claimed);
+      countLine = mTokens[k].line;
+    }
+    if (mTokens[k].code == 10) ++found;
+  }
+  if (claimed >= 0 && claimed != found)
+    return failAt(countLine, L"LWPOLYLINE claims " + std::to_wstring(claimed) + L" vertices but has " +
+                                 std::to_wstring(found));
+  return true;
+}
+
 bool Reader::fillObject(Item& item, AcDbObjectId owner, bool mayKeep, const Head* parsed) {
+  if (typeOf(item) == "LWPOLYLINE" && !checkVertexCount(item)) return false;
   AcDbObject* obj = objectOf(item.id);
   Head own;
   if (!parsed) own = ParseHead(mTokens, item.begin, item.end, [this](std::uint64_t h) { return resolve(h); });

@@ -5,6 +5,7 @@
 // vertices or attributes and SEQEND), OBJECTS (the named-object dictionary
 // first). Objects the host does not model are written back as read.
 #include <cstdio>
+#include <iterator>
 #include <unordered_map>
 
 #include "arx/dbblkref.h"
@@ -31,19 +32,25 @@ class Writer {
   bool run(std::string& out, std::wstring& error);
 
  private:
-  void group(int code, std::string value) { mOut.push_back({code, std::move(value)}); }
+  // The writer's own groups go straight into the text, after any groups
+  // gathered before them.
+  void group(int code, std::string_view value) {
+    flush();
+    AppendGroupLine(code, value, mText);
+  }
   // A reference as its handle, "0" for none or one erased.
   void handle(int code, AcDbObjectId id) {
-    RawGroup& g = mOut.emplace_back();
-    g.code = code;
+    flush();
     AcDbStub* stub = id;
-    if (db::IsLiveStub(stub) && !stub->erased) AppendHandle(stub->handle, g.value);
-    else g.value = "0";
+    if (db::IsLiveStub(stub) && !stub->erased) AppendHandleGroup(code, stub->handle, mText);
+    else AppendGroupLine(code, "0", mText);
   }
   // What the writer needs of a modelled object's class, found once per class.
   struct ClassFacts {
     std::string type;  // DXF name, UTF-8
     int handleCode;    // 105 for a dimension style, else 5
+    bool kept;         // objects of the class keep a file's groups
+    bool inObjects;    // written in OBJECTS: not an entity, table or record
   };
   const ClassFacts& factsOf(AcDbObject* obj);
   void object(AcDbObject* obj);
@@ -61,6 +68,7 @@ class Writer {
   // Turns the groups so far into the file's text: done after each entity,
   // so that a drawing's groups are never all held at once.
   void flush() {
+    if (mOut.empty()) return;
     AppendGroupLines(mOut.data(), mOut.data() + mOut.size(), mText);
     mOut.clear();
   }
@@ -71,6 +79,9 @@ class Writer {
   RawGroups mOut;
   std::string mText;
   std::unordered_map<const AcRxClass*, ClassFacts> mClassFacts;
+  // Objects come in runs of one class: the last class's facts are at hand.
+  const AcRxClass* mLastClass = nullptr;
+  const ClassFacts* mLastFacts = nullptr;
   std::wstring mError;
 };
 
@@ -92,14 +103,23 @@ void Writer::reactors(const AcDbObject* obj) {
 }
 
 const Writer::ClassFacts& Writer::factsOf(AcDbObject* obj) {
-  auto [it, added] = mClassFacts.try_emplace(obj->isA());
-  if (added) it->second = {ToUtf8(obj->isA()->dxfName()), AcDbDimStyleTableRecord::cast(obj) ? 105 : 5};
+  const AcRxClass* cls = obj->isA();
+  if (cls == mLastClass) return *mLastFacts;
+  auto [it, added] = mClassFacts.try_emplace(cls);
+  if (added) {
+    const bool table = AcDbEntity::cast(obj) || AcDbSymbolTable::cast(obj) || AcDbSymbolTableRecord::cast(obj);
+    it->second = {ToUtf8(cls->dxfName()), AcDbDimStyleTableRecord::cast(obj) ? 105 : 5, KeptDataOf(obj) != nullptr,
+                  !table};
+  }
+  mLastClass = cls;
+  mLastFacts = &it->second;
   return it->second;
 }
 
 void Writer::object(AcDbObject* obj) {
-  const KeptData* kept = KeptDataOf(obj);
-  const ClassFacts* facts = kept ? nullptr : &factsOf(obj);
+  const ClassFacts& classFacts = factsOf(obj);
+  const KeptData* kept = classFacts.kept ? KeptDataOf(obj) : nullptr;
+  const ClassFacts* facts = kept ? nullptr : &classFacts;
   const std::string keptType = kept ? ToUtf8(kept->type) : std::string();
   const std::string& type = kept ? keptType : facts->type;
   group(0, type);
@@ -146,17 +166,28 @@ void Writer::classes() {
                                        {"ACDBPLACEHOLDER", "AcDbPlaceHolder"},
                                        {"LAYOUT", "AcDbLayout"},
                                        {"PLOTSETTINGS", "AcDbPlotSettings"}};
+  // How many objects of each: one pass over the database.
+  size_t counts[std::size(kClasses)] = {};
+  const ClassFacts* lastFacts = nullptr;
+  int lastIndex = -1;
+  for (const auto& stub : mState.stubs) {
+    if (!stub->object || stub->erased) continue;
+    const ClassFacts& facts = factsOf(stub->object.get());
+    if (&facts != lastFacts) {
+      lastFacts = &facts;
+      lastIndex = -1;
+      for (size_t i = 0; i < std::size(kClasses) && !facts.kept; ++i)
+        if (facts.type == kClasses[i].dxfName) lastIndex = static_cast<int>(i);
+    }
+    if (lastIndex >= 0) ++counts[lastIndex];
+  }
   for (const ClassInfo& c : kClasses) {
     bool listed = false;
     for (size_t i = 0; i + 1 < mExtras.classes.size() && !listed; ++i)
       listed = mExtras.classes[i].code == 0 && mExtras.classes[i + 1].code == 1 &&
                EqualNoCase(FromUtf8(mExtras.classes[i + 1].value), FromUtf8(c.dxfName));
     if (listed) continue;
-    size_t count = 0;
-    const std::wstring name = FromUtf8(c.dxfName);
-    for (const auto& stub : mState.stubs)
-      if (stub->object && !stub->erased && !KeptDataOf(stub->object.get()) && stub->object->isA()->dxfName() == name)
-        ++count;
+    const size_t count = counts[&c - kClasses];
     if (count == 0) continue;
     group(0, "CLASS");
     group(1, c.dxfName);
@@ -290,12 +321,14 @@ void Writer::blocks() {
 void Writer::entitiesOf(AcDbObjectId block) {
   auto* btr = db::PeekAs<AcDbBlockTableRecord>(block);
   if (!btr) return;
-  for (AcDbObjectId id : Access::entities(btr))
-    if (!id.isErased())
-      if (AcDbObject* obj = db::Peek(id)) {
-        object(obj);
-        flush();
-      }
+  // The block's own entities: live stubs of this database.
+  for (AcDbObjectId id : Access::entities(btr)) {
+    const AcDbStub* stub = id;
+    if (stub && !stub->erased && stub->object) {
+      object(stub->object.get());
+      flush();
+    }
+  }
 }
 
 void Writer::objects() {
@@ -303,8 +336,7 @@ void Writer::objects() {
   for (const auto& stub : mState.stubs) {
     AcDbObject* obj = stub->object.get();
     if (!obj || stub->erased || AcDbObjectId(stub.get()) == mState.namedObjects) continue;
-    if (AcDbEntity::cast(obj) || AcDbSymbolTable::cast(obj) || AcDbSymbolTableRecord::cast(obj)) continue;
-    object(obj);
+    if (factsOf(obj).inObjects) object(obj);
   }
 }
 

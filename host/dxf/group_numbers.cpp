@@ -316,21 +316,22 @@ bool IntegerSearch(double v, Decimal& d, int& precision) {
 
 }  // namespace
 
-void AppendReal(double v, std::string& out) {
+namespace {
+// A real's text into buf (room for 48), as AppendReal gives it; -1 when
+// only the C library's search settles it.
+int RealText(double v, char* buf) {
   if (v == 0) {
-    out += std::signbit(v) ? "-0.0" : "0.0";
-    return;
+    const char* zero = std::signbit(v) ? "-0.0" : "0.0";
+    const auto n = static_cast<int>(std::strlen(zero));
+    std::memcpy(buf, zero, static_cast<size_t>(n));
+    return n;
   }
   int searched = 0;
   Decimal found;
-  if (IntegerSearch(v, found, searched)) {
-    char buf[48];
-    out.append(buf, static_cast<size_t>(LaidOut(found, searched, buf)));
-    return;
-  }
+  if (IntegerSearch(v, found, searched)) return LaidOut(found, searched, buf);
   // Subnormal numbers have fewer digits than printf's search assumes.
   Decimal shortest;
-  if (!(std::isnormal(v) || v == 0) || !Scientific(v, -1, shortest)) return AppendRealSlowly(v, out);
+  if (!(std::isnormal(v) || v == 0) || !Scientific(v, -1, shortest)) return -1;
   // The shortest digits that read back are what printf's search finds:
   // "%.15g" rounds to them, padded, whenever 15 digits or fewer do; "%.17g"
   // is the nearest 17 digits, which always read back. With 16, "%.16g" is
@@ -343,15 +344,22 @@ void AppendReal(double v, std::string& out) {
     int exponent = 0;
     if (std::frexp(v, &exponent) == 0.5 || std::frexp(v, &exponent) == -0.5) {
       Decimal rounded;
-      if (!Scientific(v, 15, rounded)) return AppendRealSlowly(v, out);
+      if (!Scientific(v, 15, rounded)) return -1;
       if (!SameDigits(rounded, shortest)) {
-        if (!Scientific(v, 16, shortest)) return AppendRealSlowly(v, out);
+        if (!Scientific(v, 16, shortest)) return -1;
         precision = 17;
       }
     }
   }
+  return LaidOut(shortest, precision, buf);
+}
+}  // namespace
+
+void AppendReal(double v, std::string& out) {
   char buf[48];
-  out.append(buf, static_cast<size_t>(LaidOut(shortest, precision, buf)));
+  const int n = RealText(v, buf);
+  if (n < 0) return AppendRealSlowly(v, out);
+  out.append(buf, static_cast<size_t>(n));
 }
 
 std::string FormatReal(double v) {
@@ -426,14 +434,23 @@ bool ParseHandle(std::string_view text, std::uint64_t& out) {
   return true;
 }
 
-void AppendHandle(std::uint64_t handle, std::string& out) {
-  char buf[16];
+namespace {
+// A handle's hexadecimal text into buf (room for 16).
+int HandleDigits(std::uint64_t handle, char* buf) {
+  char reversed[16];
   int n = 0;
   do {
-    buf[n++] = "0123456789ABCDEF"[handle & 15];
+    reversed[n++] = "0123456789ABCDEF"[handle & 15];
     handle >>= 4;
   } while (handle);
-  while (n) out += buf[--n];
+  for (int i = 0; i < n; ++i) buf[i] = reversed[n - 1 - i];
+  return n;
+}
+}  // namespace
+
+void AppendHandle(std::uint64_t handle, std::string& out) {
+  char buf[16];
+  out.append(buf, static_cast<size_t>(HandleDigits(handle, buf)));
 }
 
 std::string HandleText(std::uint64_t handle) {
@@ -444,13 +461,39 @@ std::string HandleText(std::uint64_t handle) {
 
 namespace {
 // The code right-aligned in three columns and its line end.
+// The code line into buf (room for 16): right-aligned in three columns,
+// and its line end. Codes below 1000, all but a few, come from a table.
+int CodeLineText(int code, char* buf) {
+  struct Lines {
+    char text[1000][4];
+    Lines() {
+      for (int c = 0; c < 1000; ++c) {
+        text[c][0] = c >= 100 ? static_cast<char>('0' + c / 100) : ' ';
+        text[c][1] = c >= 10 ? static_cast<char>('0' + c / 10 % 10) : ' ';
+        text[c][2] = static_cast<char>('0' + c % 10);
+        text[c][3] = '\n';
+      }
+    }
+  };
+  static const Lines kLines;
+  if (code >= 0 && code < 1000) {
+    std::memcpy(buf, kLines.text[code], 4);
+    return 4;
+  }
+  const std::to_chars_result r = std::to_chars(buf, buf + 15, code);
+  auto width = static_cast<int>(r.ptr - buf);
+  if (width < 3) {  // a negative code
+    std::memmove(buf + 3 - width, buf, static_cast<size_t>(width));
+    std::memset(buf, ' ', static_cast<size_t>(3 - width));
+    width = 3;
+  }
+  buf[width] = '\n';
+  return width + 1;
+}
+
 void AppendCodeLine(int code, std::string& out) {
   char buf[16];
-  const std::to_chars_result r = std::to_chars(buf, buf + sizeof buf, code);
-  const auto width = static_cast<size_t>(r.ptr - buf);
-  if (width < 3) out.append(3 - width, ' ');
-  out.append(buf, width);
-  out += '\n';
+  out.append(buf, static_cast<size_t>(CodeLineText(code, buf)));
 }
 }  // namespace
 
@@ -467,16 +510,27 @@ void AppendGroupLine(int code, std::string_view value, std::string& out) {
   out += '\n';
 }
 
+// Both lines made in one buffer and added at once.
 void AppendRealGroup(int code, double v, std::string& out) {
-  AppendCodeLine(code, out);
-  AppendReal(v, out);
-  out += '\n';
+  char line[16 + 48 + 1];
+  const int k = CodeLineText(code, line);
+  const int n = RealText(v, line + k);
+  if (n < 0) {
+    out.append(line, static_cast<size_t>(k));
+    AppendRealSlowly(v, out);
+    out += '\n';
+    return;
+  }
+  line[k + n] = '\n';
+  out.append(line, static_cast<size_t>(k + n + 1));
 }
 
 void AppendHandleGroup(int code, std::uint64_t handle, std::string& out) {
-  AppendCodeLine(code, out);
-  AppendHandle(handle, out);
-  out += '\n';
+  char line[16 + 16 + 1];
+  int n = CodeLineText(code, line);
+  n += HandleDigits(handle, line + n);
+  line[n++] = '\n';
+  out.append(line, static_cast<size_t>(n));
 }
 
 void AppendGroupLines(const RawGroup* begin, const RawGroup* end, std::string& out) {
