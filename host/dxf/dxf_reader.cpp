@@ -34,7 +34,6 @@ using db::Table;
 struct Section {
   std::string name;
   size_t begin = 0, end = 0;  // token range of the body
-  size_t line = 0;
 };
 
 struct TableKind {
@@ -178,33 +177,32 @@ bool Reader::splitSections() {
       ++i;
       continue;
     }
-    if (t.code != 0) return failAt(t.line, L"expected a section (group 0)");
+    if (t.code != 0) return failAt(mTokens.lineOf(t), L"expected a section (group 0)");
     if (t.value == "EOF") return true;
-    if (t.value != "SECTION") return failAt(t.line, L"expected SECTION, found \"" + FromUtf8(t.value) + L"\"");
-    if (i + 1 >= n || mTokens[i + 1].code != 2) return failAt(t.line, L"a section without its name (group 2)");
+    if (t.value != "SECTION") return failAt(mTokens.lineOf(t), L"expected SECTION, found \"" + FromUtf8(t.value) + L"\"");
+    if (i + 1 >= n || mTokens[i + 1].code != 2) return failAt(mTokens.lineOf(t), L"a section without its name (group 2)");
     Section s;
     s.name = mTokens[i + 1].value;
-    s.line = t.line;
-    if (!kKnown.count(s.name)) return failAt(mTokens[i + 1].line, L"unknown section \"" + FromUtf8(s.name) + L"\"");
-    if (section(s.name.c_str())) return failAt(t.line, L"section " + FromUtf8(s.name) + L" appears twice");
+    if (!kKnown.count(s.name)) return failAt(mTokens.lineOf(mTokens[i + 1]), L"unknown section \"" + FromUtf8(s.name) + L"\"");
+    if (section(s.name.c_str())) return failAt(mTokens.lineOf(t), L"section " + FromUtf8(s.name) + L" appears twice");
     s.begin = i + 2;
     // Its end: the next ENDSEC (or EOF, a truncated file) among the 0 groups.
     start = std::lower_bound(start, starts.end(), s.begin, [](const Mark& m, size_t at) { return m.index < at; });
     while (start != starts.end() && start->value != "ENDSEC" && start->value != "EOF") ++start;
     const size_t j = start == starts.end() ? n : start->index;
     if (j >= n || mTokens[j].value != "ENDSEC")
-      return failAt(j < n ? mTokens[j].line : mTokens.back().line,
+      return failAt(j < n ? mTokens.lineOf(mTokens[j]) : mTokens.lineOf(mTokens.back()),
                     L"section " + FromUtf8(s.name) + L" has no ENDSEC (truncated file)");
     s.end = j;
     mSections.push_back(s);
     i = j + 1;
   }
-  return failAt(mTokens.empty() ? 1 : mTokens.back().line + 1, L"the file ends without EOF (truncated)");
+  return failAt(mTokens.empty() ? 1 : mTokens.lineOf(mTokens.back()) + 1, L"the file ends without EOF (truncated)");
 }
 
 bool Reader::collectItems(const Section& s, Place place) {
   size_t i = s.begin;
-  if (i < s.end && mTokens[i].code != 0) return failAt(mTokens[i].line, L"expected group 0");
+  if (i < s.end && mTokens[i].code != 0) return failAt(mTokens.lineOf(mTokens[i]), L"expected group 0");
   // Every item starts at a 0 group, and the section's ENDSEC is one too:
   // each item's end is the next 0 group.
   using Mark = TokenList::Mark;
@@ -222,7 +220,7 @@ bool Reader::collectItems(const Section& s, Place place) {
     const size_t j = (++start)->index;
     item.end = item.followersEnd = j;
     const TokenText& type = item.type;
-    if (type.empty()) return failAt(mTokens[i].line, L"an entity without a type");
+    if (type.empty()) return failAt(mTokens.lineOf(mTokens[i]), L"an entity without a type");
     // A complex entity's followers belong to it: a polyline's vertices, an
     // insert's attributes (66 set), up to SEQEND.
     bool complex = type == "POLYLINE";
@@ -239,9 +237,9 @@ bool Reader::collectItems(const Section& s, Place place) {
           k = e;
           break;
         }
-        if (t != "VERTEX" && t != "ATTRIB") return failAt(mTokens[k].line, L"" + FromUtf8(type) + L" without SEQEND");
+        if (t != "VERTEX" && t != "ATTRIB") return failAt(mTokens.lineOf(mTokens[k]), L"" + FromUtf8(type) + L" without SEQEND");
         k = e;
-        if (k >= s.end) return failAt(mTokens[i].line, FromUtf8(type) + L" without SEQEND");
+        if (k >= s.end) return failAt(mTokens.lineOf(mTokens[i]), FromUtf8(type) + L" without SEQEND");
       }
       item.followersEnd = k;
     }
@@ -252,8 +250,8 @@ bool Reader::collectItems(const Section& s, Place place) {
       const size_t at = handle->index;
       std::uint64_t h = 0;
       if (!ParseHandle(handle->value, h) || h == 0)
-        return failAt(mTokens[at].line, L"bad handle \"" + FromUtf8(handle->value) + L"\"");
-      if (!useHandle(h)) return failAt(mTokens[at].line, L"duplicate handle " + FromUtf8(handle->value));
+        return failAt(mTokens.lineOf(mTokens[at]), L"bad handle \"" + FromUtf8(handle->value) + L"\"");
+      if (!useHandle(h)) return failAt(mTokens.lineOf(mTokens[at]), L"duplicate handle " + FromUtf8(handle->value));
       std::uint64_t* slot = &item.handle;
       if (at >= item.end) {  // in a follower: the one whose groups hold it
         while (at >= item.followers[follower].end) ++follower;
@@ -291,7 +289,7 @@ bool Reader::createObjects() {
         const TableKind* kind = FindTableKind(name);
         if (!kind) continue;  // kept verbatim with its records
         if (!mState.tables[static_cast<int>(kind->table)].isNull())
-          return failAt(mTokens[item.begin].line, L"table " + FromUtf8(name) + L" appears twice");
+          return failAt(mTokens.lineOf(mTokens[item.begin]), L"table " + FromUtf8(name) + L" appears twice");
         obj = kind->make();
         item.table = kind;
       } else {
@@ -444,17 +442,17 @@ AcDbObjectId Reader::layerNamed(const RawGroups& body) {
 
 bool Reader::checkVertexCount(const Item& item) {
   long long claimed = -1, found = 0;
-  size_t countLine = 0;
+  size_t countAt = 0;
   for (size_t k = item.begin + 1; k < item.end; ++k) {
     if (mTokens[k].code == 90 && claimed < 0) {
       ParseInteger(mTokens[k].value, claimed);
-      countLine = mTokens[k].line;
+      countAt = k;
     }
     if (mTokens[k].code == 10) ++found;
   }
   if (claimed >= 0 && claimed != found)
-    return failAt(countLine, L"LWPOLYLINE claims " + std::to_wstring(claimed) + L" vertices but has " +
-                                 std::to_wstring(found));
+    return failAt(mTokens.lineOf(mTokens[countAt]), L"LWPOLYLINE claims " + std::to_wstring(claimed) +
+                                                        L" vertices but has " + std::to_wstring(found));
   return true;
 }
 
@@ -464,13 +462,13 @@ bool Reader::fillObject(Item& item, AcDbObjectId owner, bool mayKeep, const Head
   Head own;
   if (!parsed) own = ParseHead(mTokens, item.begin, item.end, [this](std::uint64_t h) { return resolve(h); });
   const Head& head = parsed ? *parsed : own;
-  const size_t line = mTokens[item.begin].line;
+  auto line = [&] { return mTokens.lineOf(mTokens[item.begin]); };
   const TokenText& type = typeOf(item);
   if (owner.isNull()) owner = head.owner;
 
   // Xdata as the object keeps it: 1001 application, its groups, ...
   resbuf* xdata = nullptr;
-  if (!readXdata(head, xdata)) return failAt(line, L"out of memory");
+  if (!readXdata(head, xdata)) return failAt(line(), L"out of memory");
 
   if (KeptEntity::cast(obj) || KeptObject::cast(obj)) {
     KeptData& data = KeptEntity::cast(obj) ? KeptEntity::cast(obj)->kept() : KeptObject::cast(obj)->kept();
@@ -486,7 +484,7 @@ bool Reader::fillObject(Item& item, AcDbObjectId owner, bool mayKeep, const Head
     if (!readFields(obj, type, head, why)) {
       if (!mayKeep) {
         acutRelRb(xdata);
-        return failAt(line, FromUtf8(type) + L": " + why);
+        return failAt(line(), FromUtf8(type) + L": " + why);
       }
       // Kept as it was read rather than lost.
       obj = keepAsRead(item, head);
@@ -566,7 +564,7 @@ bool Reader::fillTables() {
   for (Item& item : mItems) {
     if (item.place != Place::kTable) continue;
     const TokenText& type = typeOf(item);
-    const size_t line = mTokens[item.begin].line;
+    auto line = [&] { return mTokens.lineOf(mTokens[item.begin]); };
     if (type == "TABLE") {
       table = AcDbSymbolTable::cast(objectOf(item.id));
       unknown = nullptr;
@@ -594,9 +592,9 @@ bool Reader::fillTables() {
       continue;
     }
     auto* record = AcDbSymbolTableRecord::cast(objectOf(item.id));
-    if (!table || !record) return failAt(line, L"a table record outside its table");
+    if (!table || !record) return failAt(line(), L"a table record outside its table");
     if (!record->isKindOf(static_cast<AcDbSymbolTable*>(table)->recordClass()))
-      return failAt(line, FromUtf8(type) + L" in the wrong table");
+      return failAt(line(), FromUtf8(type) + L" in the wrong table");
     if (auto* btr = AcDbBlockTableRecord::cast(record)) {
       // A block record's file groups are not its entity-list groups (70 is
       // the insertion units here, the flags on the BLOCK): read them here.
@@ -614,7 +612,7 @@ bool Reader::fillTables() {
           btr->setLayoutId(resolve(h));
         } else if (t.code == 70 && ParseInteger(t.value, n)) {
           if (btr->setBlockInsertUnits(static_cast<AcDb::UnitsValue>(n)) != Acad::eOk)
-            return failAt(t.line, L"BLOCK_RECORD: bad insertion units in group 70");
+            return failAt(mTokens.lineOf(t), L"BLOCK_RECORD: bad insertion units in group 70");
         } else if (t.code == 280 && ParseInteger(t.value, n)) {
           btr->setExplodable(n != 0);
         } else if (t.code == 281 && ParseInteger(t.value, n)) {
@@ -623,7 +621,7 @@ bool Reader::fillTables() {
           b.recordOther.push_back({t.code, t.value});
         }
       }
-      if (name.empty()) return failAt(line, L"BLOCK_RECORD: missing group 2");
+      if (name.empty()) return failAt(line(), L"BLOCK_RECORD: missing group 2");
       btr->setName(name.c_str());
       if (!head.reactors.empty()) extras.reactors[item.id] = head.reactors;
       Access::setOwner(btr, table->objectId());
@@ -637,7 +635,7 @@ bool Reader::fillTables() {
     }
     AcDbObjectId existing;
     if (table->getAt(record->getName(), existing, true) == Acad::eOk)
-      return failAt(line, FromUtf8(type) + L" \"" + record->getName() + L"\" appears twice");
+      return failAt(line(), FromUtf8(type) + L" \"" + record->getName() + L"\" appears twice");
     Access::index(table, record, item.id);
     // Standard records as the database knows them.
     const std::wstring upper = ToUpper(record->getName());
@@ -663,7 +661,7 @@ bool Reader::fillBlocks() {
   for (Item& item : mItems) {
     if (item.place != Place::kBlocks) continue;
     const TokenText& type = typeOf(item);
-    const size_t line = mTokens[item.begin].line;
+    auto line = [&] { return mTokens.lineOf(mTokens[item.begin]); };
     if (type == "BLOCK") {
       Head head = ParseHead(mTokens, item.begin, item.end, [this](std::uint64_t h) { return resolve(h); });
       // The entity part: up to the AcDbBlockBegin marker, or (files
@@ -689,13 +687,13 @@ bool Reader::fillBlocks() {
         else if (!marked && (t.code == 8 || t.code == 67)) entityPart.push_back({t.code, t.value});
         else if (t.code != 2 && t.code != 3) other.push_back({t.code, t.value});
       }
-      if (name.empty()) return failAt(line, L"BLOCK: missing group 2");
+      if (name.empty()) return failAt(line(), L"BLOCK: missing group 2");
       // R12 names the layouts' blocks differently.
       if (EqualNoCase(name, L"$MODEL_SPACE")) name = ACDB_MODEL_SPACE;
       if (EqualNoCase(name, L"$PAPER_SPACE")) name = ACDB_PAPER_SPACE;
       block = ensureRecord(Table::kBlock, name.c_str(), [] { return static_cast<AcDbSymbolTableRecord*>(new AcDbBlockTableRecord); });
       auto* btr = db::PeekAs<AcDbBlockTableRecord>(block);
-      if (!btr) return failAt(line, L"BLOCK \"" + name + L"\" cannot be made");
+      if (!btr) return failAt(line(), L"BLOCK \"" + name + L"\" cannot be made");
       btr->setOrigin(origin);
       btr->setPathName(path.c_str());
       btr->setComments(comments.c_str());
@@ -706,7 +704,7 @@ bool Reader::fillBlocks() {
       b.beginOther = std::move(other);
       continue;
     }
-    if (block.isNull()) return failAt(line, FromUtf8(type) + L" outside a block");
+    if (block.isNull()) return failAt(line(), FromUtf8(type) + L" outside a block");
     if (type == "ENDBLK") {
       Head head = ParseHead(mTokens, item.begin, item.end, [this](std::uint64_t h) { return resolve(h); });
       BlockExtras& b = extras.blocks[static_cast<AcDbStub*>(block)];
@@ -721,7 +719,7 @@ bool Reader::fillBlocks() {
     Access::setOwner(obj, block);
     Access::entities(btr).push_back(item.id);
   }
-  if (!block.isNull()) return failAt(mTokens[s->end].line, L"a block without ENDBLK");
+  if (!block.isNull()) return failAt(mTokens.lineOf(mTokens[s->end]), L"a block without ENDBLK");
   return true;
 }
 
@@ -826,10 +824,10 @@ void Reader::complete() {
 bool Reader::run(std::wstring& error) {
   if (!splitSections()) return error = mError, false;
   if (!section("ENTITIES") && !section("TABLES"))
-    return error = AtLine(mTokens.empty() ? 1 : mTokens.front().line, L"no ENTITIES section: not a drawing"), false;
+    return error = AtLine(mTokens.empty() ? 1 : mTokens.lineOf(mTokens.front()), L"no ENTITIES section: not a drawing"), false;
   FileExtras& extras = ExtrasOf(mDb);
   if (const Section* h = section("HEADER")) {
-    if (!ReadHeader(mTokens.data() + h->begin, mTokens.data() + h->end, mDb, mOwnVars, error)) return false;
+    if (!ReadHeader(mTokens, h->begin, h->end, mDb, mOwnVars, error)) return false;
     extras.version = mOwnVars.count(L"ACADVER") ? mOwnVars[L"ACADVER"] : "";
     std::uint64_t handSeed = 0;
     if (mOwnVars.count(L"HANDSEED") && ParseHandle(mOwnVars[L"HANDSEED"], handSeed) && handSeed > mState.nextHandle)

@@ -59,7 +59,7 @@ std::string DecodeUnicodeEscapes(std::string_view text) {
   return out;
 }
 
-bool CheckValue(const Token& t, FileKind kind, std::wstring& error) {
+bool CheckValue(const Token& t, std::uint32_t valueLine, FileKind kind, std::wstring& error) {
   long long n = 0;
   double d = 0;
   switch (kind) {
@@ -70,14 +70,14 @@ bool CheckValue(const Token& t, FileKind kind, std::wstring& error) {
     case FileKind::kBool:
       if (ParseInteger(t.value, n)) {
         if (n >= -32768 && n <= 65535) return true;
-        error = AtLine(t.line + 1, L"value " + Quoted(t.value) + L" out of range for group " + std::to_wstring(t.code));
+        error = AtLine(valueLine, L"value " + Quoted(t.value) + L" out of range for group " + std::to_wstring(t.code));
         return false;
       }
       break;
     case FileKind::kInt32:
       if (ParseInteger(t.value, n)) {
         if (n >= -2147483648LL && n <= 4294967295LL) return true;
-        error = AtLine(t.line + 1, L"value " + Quoted(t.value) + L" out of range for group " + std::to_wstring(t.code));
+        error = AtLine(valueLine, L"value " + Quoted(t.value) + L" out of range for group " + std::to_wstring(t.code));
         return false;
       }
       break;
@@ -87,7 +87,7 @@ bool CheckValue(const Token& t, FileKind kind, std::wstring& error) {
     default:
       return true;
   }
-  error = AtLine(t.line + 1, L"bad number " + Quoted(t.value) + L" for group " + std::to_wstring(t.code));
+  error = AtLine(valueLine, L"bad number " + Quoted(t.value) + L" for group " + std::to_wstring(t.code));
   return false;
 }
 
@@ -189,13 +189,13 @@ bool DecodeText(TokenList& tokens, bool highBytes, std::wstring& error) {
   for (Token& t : tokens) {
     if (highBytes && !IsValidUtf8(t.value)) {
       if (!legacy) {
-        error = AtLine(t.line + 1, L"invalid UTF-8 text");
+        error = AtLine(tokens.lineOf(t) + 1, L"invalid UTF-8 text");
         return false;
       }
-      t.value = tokens.keep(FromCp1252(t.value));
+      t.value = tokens.keep(FromCp1252(t.value), tokens.lineOf(t));
     }
     if (legacy && FileKindOf(t.code) == FileKind::kText && t.value.find("\\U+") != std::string_view::npos)
-      t.value = tokens.keep(DecodeUnicodeEscapes(t.value));
+      t.value = tokens.keep(DecodeUnicodeEscapes(t.value), tokens.lineOf(t));
   }
   for (auto* marks : {&tokens.starts, &tokens.handles})
     for (TokenList::Mark& m : *marks) m.value = tokens[m.index].value;
@@ -203,6 +203,21 @@ bool DecodeText(TokenList& tokens, bool highBytes, std::wstring& error) {
 }
 
 }  // namespace
+
+std::uint32_t TokenList::lineOf(const Token& t) const {
+  const char* value = t.value.data();
+  if (value >= mSource.data() && value <= mSource.data() + mSource.size()) {
+    // The value's line is one more than the line feeds before it; the
+    // code's is the one before. Counted from the place asked about last,
+    // so that asking about groups in file order takes one pass in all.
+    if (!mCountedTo) mCountedTo = mSource.data(), mFeedsBefore = 0;
+    for (; mCountedTo < value; ++mCountedTo) mFeedsBefore += *mCountedTo == '\n';
+    for (; mCountedTo > value; --mCountedTo) mFeedsBefore -= mCountedTo[-1] == '\n';
+    return mFeedsBefore;
+  }
+  auto kept = mKeptLines.find(value);
+  return kept == mKeptLines.end() ? 0 : kept->second;
+}
 
 bool IsValidUtf8(std::string_view s) {
   const auto* p = reinterpret_cast<const unsigned char*>(s.data());
@@ -239,6 +254,7 @@ bool Tokenize(const std::string& bytes, TokenList& tokens, std::wstring& error) 
   tokens.clear();
   tokens.starts.clear();
   tokens.handles.clear();
+  tokens.setSource(bytes);
   static const char kBinary[] = "AutoCAD Binary DXF";
   if (bytes.compare(0, sizeof kBinary - 1, kBinary) == 0) {
     error = L"line 1: binary DXF is not supported (save the drawing as ASCII DXF)";
@@ -309,13 +325,14 @@ bool Tokenize(const std::string& bytes, TokenList& tokens, std::wstring& error) 
       error = AtLine(codeLine, L"the file ends in the middle of a group (truncated)");
       return false;
     }
-    if (kind == FileKind::kText && value.find('^') != std::string_view::npos) value = tokens.keep(ReadCarets(value));
+    if (kind == FileKind::kText && value.find('^') != std::string_view::npos)
+      value = tokens.keep(ReadCarets(value), codeLine);
     const auto index = static_cast<std::uint32_t>(tokens.size());
     if (code == 0) tokens.starts.push_back({index, 0, value});
     else if (code == 5 || code == 105) tokens.handles.push_back({index, static_cast<int>(code), value});
-    tokens.push_back(Token{static_cast<int>(code), codeLine, value});
+    tokens.push_back(Token{value, static_cast<int>(code)});
     const bool numeric = kind != FileKind::kText && kind != FileKind::kHandle && kind != FileKind::kBinary;
-    if (numeric && !(kind == FileKind::kReal && SurelyReal(value)) && !CheckValue(tokens.back(), kind, error))
+    if (numeric && !(kind == FileKind::kReal && SurelyReal(value)) && !CheckValue(tokens.back(), line, kind, error))
       return false;
     if (code == 0 && value == "EOF") break;
   }

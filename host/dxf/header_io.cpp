@@ -84,11 +84,13 @@ AcDbObjectId FindRecord(AcDbObjectId table, const std::string& name) {
 
 }  // namespace
 
-bool ReadHeader(const Token* begin, const Token* end, AcDbDatabase* db, OwnHeaderVars& own, std::wstring& error) {
+bool ReadHeader(const TokenList& tokens, size_t first, size_t last, AcDbDatabase* db, OwnHeaderVars& own,
+                std::wstring& error) {
   db::HeaderStore& store = db->state().headerVars;
-  for (const Token* t = begin; t != end;) {
+  const Token* const end = tokens.data() + last;
+  for (const Token* t = tokens.data() + first; t != end;) {
     if (t->code != 9 || t->value.size() < 2 || t->value[0] != '$') {
-      error = L"line " + std::to_wstring(t->line) + L": expected a header variable ($NAME under group 9)";
+      error = L"line " + std::to_wstring(tokens.lineOf(*t)) + L": expected a header variable ($NAME under group 9)";
       return false;
     }
     const std::wstring name = ToUpper(FromUtf8(t->value.substr(1)));

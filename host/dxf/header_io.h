@@ -16,9 +16,10 @@ namespace kelhost::dxf {
 // tables exist.
 using OwnHeaderVars = std::map<std::wstring, std::string>;
 
-// Reads tokens [begin, end) of the HEADER section: every variable goes to
+// Reads tokens [first, last) of the HEADER section: every variable goes to
 // the header store, except the database's own, which go to own.
-bool ReadHeader(const Token* begin, const Token* end, AcDbDatabase* db, OwnHeaderVars& own, std::wstring& error);
+bool ReadHeader(const TokenList& tokens, size_t first, size_t last, AcDbDatabase* db, OwnHeaderVars& own,
+                std::wstring& error);
 
 // Sets the database's own variables from what the file said (records by
 // name; unknown names keep the defaults).

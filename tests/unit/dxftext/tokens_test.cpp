@@ -42,7 +42,8 @@ TEST(Tokens, LineEndsAndCodeLineForms) {
   for (size_t i = 0; i < 4; ++i) {
     EXPECT_EQ(lf.tokens[i].code, crlf.tokens[i].code);
     EXPECT_EQ(lf.tokens[i].value, crlf.tokens[i].value);
-    EXPECT_EQ(lf.tokens[i].line, 2 * i + 1);
+    EXPECT_EQ(lf.tokens.lineOf(lf.tokens[i]), 2 * i + 1);
+    EXPECT_EQ(crlf.tokens.lineOf(crlf.tokens[i]), 2 * i + 1);
   }
   EXPECT_EQ(lf.tokens[2].value, "1.5");
 
@@ -121,7 +122,7 @@ TEST(Tokens, FilesOfManySmallGroups) {
   ASSERT_EQ(s.tokens.size(), 50001u);
   for (int i = 0; i < 50000; i += 997) {
     EXPECT_EQ(s.tokens[i].value, std::string(1, static_cast<char>('A' + i % 26)));
-    EXPECT_EQ(s.tokens[i].line, static_cast<std::uint32_t>(2 * i + 1));
+    EXPECT_EQ(s.tokens.lineOf(s.tokens[i]), static_cast<std::uint32_t>(2 * i + 1));
   }
 }
 
@@ -133,4 +134,7 @@ TEST(Tokens, CaretSpellingsInTextBecomeControlCharacters) {
   // Line feed, a caret, a tab; a caret before anything else stays.
   EXPECT_EQ(s.tokens[0].value, "A\nB^C\tE^x^");
   EXPECT_EQ(s.tokens[1].value, "1.0");
+  // Text read back keeps the line its group came from.
+  EXPECT_EQ(s.tokens.lineOf(s.tokens[0]), 1u);
+  EXPECT_EQ(s.tokens.lineOf(s.tokens[1]), 3u);
 }
