@@ -159,7 +159,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__.split("\n\n")[0])
     parser.add_argument("--build", default="build/bench", help="the Release build directory (default build/bench)")
     parser.add_argument("--million", action="store_true", help="also compare at 1 000 000 entities (slow in ezdxf)")
-    parser.add_argument("--repeat", type=int, default=3, help="runs of the host and dxflib; the best counts")
+    parser.add_argument("--repeat", type=int, default=5, help="runs of the host and dxflib; the best counts")
     parser.add_argument("--peer-repeat", type=int, default=1,
                         help="rounds of ezdxf, each between runs of the host; the best counts")
     parser.add_argument("--no-linearity", action="store_true", help="skip the linearity checks")

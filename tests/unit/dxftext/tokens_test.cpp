@@ -45,6 +45,9 @@ TEST(Tokens, LineEndsAndCodeLineForms) {
     EXPECT_EQ(lf.tokens.lineOf(lf.tokens[i]), 2 * i + 1);
     EXPECT_EQ(crlf.tokens.lineOf(crlf.tokens[i]), 2 * i + 1);
   }
+  // Lines are counted from the last one asked about, backwards too.
+  EXPECT_EQ(lf.tokens.lineOf(lf.tokens[1]), 3u);
+  EXPECT_EQ(lf.tokens.lineOf(lf.tokens[0]), 1u);
   EXPECT_EQ(lf.tokens[2].value, "1.5");
 
   // Codes as other writers put them: tabs, signs, leading zeros, blanks
