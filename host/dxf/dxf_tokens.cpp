@@ -1,11 +1,10 @@
 #include "dxf/dxf_tokens.h"
 
-#include <sys/mman.h>
-
 #include <cstring>
 
 #include "dxf/caret_text.h"
 #include "dxf/eight_digits.h"
+#include "dxf/huge_pages.h"
 
 namespace kelhost::dxf {
 namespace {
@@ -148,17 +147,12 @@ const char* FindLineFeed(const char* from, const char* end) {
   return end;
 }
 
-// Room for the groups, so that the list seldom moves. Large lists are asked to live in huge pages where the
-// system offers them: far fewer page faults as they fill.
+// Room for the groups, so that the list seldom moves.
 void ReserveTokens(TokenList& tokens, size_t size) {
   // A group takes ten bytes or more in nearly every file (not yet used
   // memory costs nothing).
   tokens.reserve(size / 8 + 16);
-  constexpr std::uintptr_t kHuge = 2 << 20;
-  const auto begin = reinterpret_cast<std::uintptr_t>(tokens.data());
-  const std::uintptr_t end = begin + tokens.capacity() * sizeof(Token);
-  const std::uintptr_t first = (begin + kHuge - 1) & ~(kHuge - 1), last = end & ~(kHuge - 1);
-  if (last > first) madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
+  AdviseHugePages(tokens.data(), tokens.capacity() * sizeof(Token));
 }
 
 // Whether any byte is outside ASCII: only then can text need decoding.

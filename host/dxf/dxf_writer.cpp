@@ -17,6 +17,7 @@
 #include "dxf/file_extras.h"
 #include "dxf/file_filer.h"
 #include "dxf/header_io.h"
+#include "dxf/huge_pages.h"
 #include "db/sequences.h"
 #include "dxf/kept_object.h"
 #include "kelhost/text.h"
@@ -349,6 +350,7 @@ bool Writer::run(std::string& out, std::wstring& error) {
   // Room for the whole text at once (a few hundred bytes an object; pages
   // never written are never touched): growing it would copy it repeatedly.
   mText.reserve(mState.stubs.size() * 256 + 4096);
+  AdviseHugePages(mText.data(), mText.capacity());
   auto section = [this](const char* name) {
     group(0, "SECTION");
     group(2, name);
