@@ -16,13 +16,6 @@
 namespace {
 using entity_tests::kPi;
 using entity_tests::LastId;
-#define EXPECT_PT(p, X, Y, Z)        \
-  do {                               \
-    const AcGePoint3d q_ = (p);      \
-    EXPECT_NEAR(q_.x, (X), 1e-9);    \
-    EXPECT_NEAR(q_.y, (Y), 1e-9);    \
-    EXPECT_NEAR(q_.z, (Z), 1e-9);    \
-  } while (0)
 
 // The entities an explode returned, deleted with this.
 struct Parts {
