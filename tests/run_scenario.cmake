@@ -22,12 +22,33 @@ get_filename_component(name ${SCRIPT} NAME_WE)
 if(IS_DIRECTORY ${dir}/${name}.d)
   file(COPY ${dir}/${name}.d/ DESTINATION ${WORKDIR}/install)
 endif()
-file(READ ${SCRIPT} head LIMIT 40)
+file(READ ${SCRIPT} head LIMIT 400)
 set(expected_status 0)
 if(head MATCHES "^;; exit: ([0-9]+)")
   set(expected_status ${CMAKE_MATCH_1})
 endif()
-execute_process(COMMAND ${CONSOLE} ${SCRIPT}
+# A command script runs as --script; answers to prompts come from
+# NAME.input beside the script (else from nothing: the input ends at once).
+# Extra console arguments may be named on the script's second line as
+# ";; args: ..." (paths relative to the script's directory as @/).
+set(run ${CONSOLE})
+if(head MATCHES "\n;; args: ([^\n]*)")
+  string(REPLACE "@/" "${dir}/" extra "${CMAKE_MATCH_1}")
+  separate_arguments(extra UNIX_COMMAND "${extra}")
+  list(APPEND run ${extra})
+endif()
+get_filename_component(ext ${SCRIPT} EXT)
+if(ext STREQUAL ".scr")
+  list(APPEND run --script ${SCRIPT})
+else()
+  list(APPEND run ${SCRIPT})
+endif()
+if(EXISTS ${dir}/${name}.input)
+  list(APPEND run --input ${dir}/${name}.input)
+else()
+  list(APPEND run --input /dev/null)
+endif()
+execute_process(COMMAND ${run}
   WORKING_DIRECTORY ${WORKDIR}
   OUTPUT_VARIABLE out ERROR_VARIABLE err RESULT_VARIABLE status)
 file(WRITE ${WORKDIR}/actual.txt "${out}")

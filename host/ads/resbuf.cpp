@@ -8,6 +8,7 @@
 #include <cstring>
 #include <cwchar>
 
+#include "ads/build_list.h"
 #include "arx/acutads.h"
 #include "kelhost/resbuf_kinds.h"
 
@@ -161,9 +162,10 @@ bool TakeValue(resbuf* node, int code, kelhost::RbKind kind, Args& a) {
 // strings a wide string (copied); names a pointer to an ads_name; binary
 // chunks (310-319, 1004) a pointer to an ads_binary whose bytes are copied.
 // RTDXF0 makes the group-0 node of an entity list (type code 0).
-resbuf* acutBuildList(int rtype, ...) {
+namespace kelhost::ads {
+resbuf* BuildListV(int rtype, va_list ap) {
   Args a;
-  va_start(a.ap, rtype);
+  va_copy(a.ap, ap);
   resbuf* head = nullptr;
   resbuf* tail = nullptr;
   for (int code = rtype; code != 0 && code != RTNONE; code = va_arg(a.ap, int)) {
@@ -180,5 +182,14 @@ resbuf* acutBuildList(int rtype, ...) {
     tail = node;
   }
   va_end(a.ap);
+  return head;
+}
+}  // namespace kelhost::ads
+
+resbuf* acutBuildList(int rtype, ...) {
+  va_list ap;
+  va_start(ap, rtype);
+  resbuf* head = kelhost::ads::BuildListV(rtype, ap);
+  va_end(ap);
   return head;
 }

@@ -13,6 +13,8 @@
 #include "arx/acutads.h"
 #include "arx/dbsymtb.h"
 #include "db/database_state.h"
+#include "editor/command_processor.h"
+#include "editor/user_input.h"
 #include "kelhost/sysvars.h"
 #include "kelhost/text.h"
 
@@ -242,6 +244,26 @@ const std::vector<Computed>& ComputedVars() {
        [](AcDbDatabase*) {
          std::lock_guard<std::mutex> hold(gNameLock);
          return Text(gDwgPrefix);
+       },
+       nullptr},
+      // The commands in progress, and what kind of activity they are.
+      {L"CMDACTIVE",
+       [](AcDbDatabase*) {
+         int bits = 0;
+         for (const editor::RunningCommand* c : editor::ActiveCommands()) {
+           bits |= 1;
+           if (c->transparent) bits |= 2;
+           if (c->application) bits |= 64;
+         }
+         if (editor::ScriptDepth() > 0) bits |= 4;
+         return Short(bits);
+       },
+       nullptr},
+      {L"CMDNAMES",
+       [](AcDbDatabase*) {
+         std::wstring names;
+         for (const editor::RunningCommand* c : editor::ActiveCommands()) names += (names.empty() ? L"" : L"'") + c->global;
+         return Text(names);
        },
        nullptr},
       {L"DATE",

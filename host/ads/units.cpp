@@ -5,6 +5,7 @@
 //   angular: 0 degrees, 1 degrees/minutes/seconds, 2 grads, 3 radians,
 //            4 surveyor's units
 #include "ads/units.h"
+#include "ads/number_reader.h"
 
 #include <charconv>
 #include <cmath>
@@ -33,6 +34,9 @@ Settings CurrentSettings() { return Source() ? Source()() : Settings{}; }
 namespace {
 
 using kelhost::units::Settings;
+using kelhost::units::Cursor;
+using kelhost::units::IsDigit;
+using kelhost::units::ReadNumber;
 
 const double kPi = 3.14159265358979323846;
 
@@ -183,47 +187,6 @@ int Deliver(const std::string& text, ACHAR* str, size_t len) {
   for (size_t k = 0; k < text.size(); ++k) str[k] = static_cast<ACHAR>(static_cast<unsigned char>(text[k]));
   str[text.size()] = 0;
   return RTNORM;
-}
-
-// Plain readers for the pieces of typed distances.
-struct Cursor {
-  const std::wstring& s;
-  size_t i = 0;
-  bool end() const { return i >= s.size(); }
-  wchar_t peek() const { return end() ? 0 : s[i]; }
-  void skipBlanks() {
-    while (!end() && (s[i] == L' ' || s[i] == L'\t')) ++i;
-  }
-};
-
-bool IsDigit(wchar_t c) { return c >= L'0' && c <= L'9'; }
-
-// An unsigned decimal or scientific number.
-bool ReadNumber(Cursor& c, double& v, bool& integral) {
-  size_t start = c.i;
-  while (IsDigit(c.peek())) ++c.i;
-  integral = true;
-  if (c.peek() == L'.') {
-    integral = false;
-    ++c.i;
-    while (IsDigit(c.peek())) ++c.i;
-  }
-  if (c.i == start || (c.i == start + 1 && c.s[start] == L'.')) {
-    c.i = start;
-    return false;
-  }
-  if (c.peek() == L'e' || c.peek() == L'E') {
-    size_t mark = c.i++;
-    if (c.peek() == L'+' || c.peek() == L'-') ++c.i;
-    if (!IsDigit(c.peek())) {
-      c.i = mark;
-    } else {
-      integral = false;
-      while (IsDigit(c.peek())) ++c.i;
-    }
-  }
-  std::string ascii(c.s.begin() + static_cast<long>(start), c.s.begin() + static_cast<long>(c.i));
-  return std::from_chars(ascii.data(), ascii.data() + ascii.size(), v).ec == std::errc();
 }
 
 // A number, a fraction N/D, or a whole number and a fraction ("17 1/2",

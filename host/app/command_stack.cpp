@@ -3,9 +3,6 @@
 #include <memory>
 #include <vector>
 
-#include "app/discipline.h"
-#include "app/editor.h"
-#include "db/stub.h"
 #include "kelhost/text.h"
 
 namespace kelhost::app {
@@ -67,14 +64,9 @@ class HostCommandStack : public AcEdCommandStack {
     return before == mCommands.size() ? Acad::eKeyNotFound : Acad::eOk;
   }
 
-  // Typed names: global names (with or without the "_" prefix) and local
-  // names; the group added last wins.
-  AcEdCommand* findTyped(const std::wstring& typed) {
-    std::wstring name = Upper(typed.c_str());
-    bool global = !name.empty() && name[0] == L'_';
-    if (global) name.erase(0, 1);
-    return find(name.c_str(), true, !global);
-  }
+  // Typed names match global names, and local ones unless "_" asked for
+  // the global name.
+  AcEdCommand* findTyped(const std::wstring& name, bool globalOnly) { return find(name.c_str(), true, !globalOnly); }
 
  private:
   Command* find(const ACHAR* name, bool global, bool local) {
@@ -98,17 +90,8 @@ HostCommandStack& Stack() {
 
 AcEdCommandStack& CommandStack() { return Stack(); }
 
-bool RunCommand(const std::wstring& name) {
-  AcEdCommand* cmd = Stack().findTyped(name);
-  if (!cmd) return false;
-  std::wstring global = cmd->globalName();
-  AcRxFunctionPtr fn = cmd->functionAddr();
-  const int openBefore = db::OpenObjectCount();
-  NotifyCommandWillStart(global);
-  fn();
-  NotifyCommandEnded(global);
-  CheckNothingLeftOpen(openBefore, L"command " + global);
-  return true;
+AcEdCommand* FindRegisteredCommand(const std::wstring& upperName, bool globalOnly) {
+  return Stack().findTyped(upperName, globalOnly);
 }
 
 }  // namespace kelhost::app

@@ -8,6 +8,7 @@
 
 namespace kelhost::app {
 AcEdCommandStack& CommandStack();
-// Runs a registered command with the editor's notifications around it.
-bool RunCommand(const std::wstring& name);
+// A registered command by upper-case name: the global name, or (unless
+// globalOnly) the local one; the group added last wins. Null when none.
+AcEdCommand* FindRegisteredCommand(const std::wstring& upperName, bool globalOnly);
 }  // namespace kelhost::app

@@ -46,4 +46,8 @@ void NotifyCommandCancelled(const std::wstring& name) {
   TheEditor().each([&](AcEditorReactor* r) { r->commandCancelled(name.c_str()); });
 }
 
+void NotifyCommandFailed(const std::wstring& name) {
+  TheEditor().each([&](AcEditorReactor* r) { r->commandFailed(name.c_str()); });
+}
+
 }  // namespace kelhost::app

@@ -10,4 +10,5 @@ AcEditor& Editor();
 void NotifyCommandWillStart(const std::wstring& globalName);
 void NotifyCommandEnded(const std::wstring& globalName);
 void NotifyCommandCancelled(const std::wstring& globalName);
+void NotifyCommandFailed(const std::wstring& globalName);
 }  // namespace kelhost::app

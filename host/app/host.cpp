@@ -7,6 +7,7 @@
 #include "app/command_line.h"
 #include "app/discipline.h"
 #include "app/command_stack.h"
+#include "editor/command_processor.h"
 #include "app/module_loader.h"
 #include "db/stub.h"
 #include "kelhost/lisp.h"
@@ -74,13 +75,9 @@ std::vector<std::string> Host::loadedModules() const {
   return paths;
 }
 
-bool Host::runCommand(const std::wstring& name) { return app::RunCommand(name); }
+bool Host::runCommand(const std::wstring& name) { return editor::RunTypedCommand(name); }
 
-bool Host::isCommand(const std::wstring& name) const {
-  std::wstring n = name;
-  if (!n.empty() && n[0] == L'_') n.erase(0, 1);
-  return app::CommandStack().lookupCmd(n.c_str(), true) || app::CommandStack().lookupCmd(n.c_str(), false);
-}
+bool Host::isCommand(const std::wstring& name) const { return editor::IsCommandName(name); }
 
 // Objects of every database opened and not yet closed.
 int Host::openObjectCount() const { return db::OpenObjectCount(); }

@@ -19,6 +19,8 @@ Interpreter::Impl::Impl() {
   // (princ) with no argument returns the null symbol: it prints as nothing.
   symQuiet = std::make_shared<Symbol>(L"");
   intern(L"PI")->value = MakeReal(3.14159265358979323846);
+  // A command argument that lets the user answer the prompt.
+  intern(L"PAUSE")->value = MakeStr(L"\\");
   RegisterSpecialForms(*this);
   RegisterListBuiltins(*this);
   RegisterMathBuiltins(*this);
@@ -33,6 +35,7 @@ Interpreter::Impl::Impl() {
   RegisterEntityBuiltins(*this);
   RegisterSysvarBuiltins(*this);
   RegisterSelectionBuiltins(*this);
+  RegisterCommandBuiltins(*this);
 }
 
 // Symbol values may refer back to their symbols (T is its own value): drop

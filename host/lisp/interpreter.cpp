@@ -99,6 +99,27 @@ Outcome Interpreter::evalOne(const std::wstring& source) {
   return o;
 }
 
+Outcome Interpreter::evalToChain(const std::wstring& source, resbuf** value) {
+  Machine& m = *mImpl;
+  if (value) *value = nullptr;
+  EntryScope entry(m);
+  Reader reader(m, source);
+  Outcome o;
+  Protected(m, o, [&] {
+    ValuePtr form;
+    if (!ReadNext(m, reader, form)) {
+      o.printable = false;
+      return;
+    }
+    ValuePtr v = m.eval(form);
+    SetValue(m, v, o);
+    std::wstring error;
+    resbuf* chain = nullptr;
+    if (value && ValueToChain(m, v, chain, error)) *value = chain;
+  });
+  return o;
+}
+
 Outcome Interpreter::loadFile(const std::wstring& familyPath) {
   Machine& m = *mImpl;
   EntryScope entry(m);

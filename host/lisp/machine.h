@@ -150,5 +150,6 @@ void RegisterGeometryBuiltins(Machine& m);
 void RegisterEntityBuiltins(Machine& m);
 void RegisterSysvarBuiltins(Machine& m);
 void RegisterSelectionBuiltins(Machine& m);
+void RegisterCommandBuiltins(Machine& m);
 
 }  // namespace kelhost::lisp

@@ -2,6 +2,7 @@
 // bindings, and the state of a call into the interpreter from outside.
 #include <pthread.h>
 
+#include "editor/fiber.h"
 #include "lisp/machine.h"
 
 namespace kelhost::lisp {
@@ -52,11 +53,18 @@ void Bindings::bind(const std::shared_ptr<Symbol>& sym, ValuePtr value) {
 
 EntryScope::EntryScope(Machine& m)
     : mMachine(m), mCatchDepth(m.catchDepth), mInErrorHandler(m.inErrorHandler), mStackFloor(m.stackFloor) {
-  if (m.entryDepth++ == 0) {
+  const bool outermost = m.entryDepth++ == 0;
+  if (outermost) {
     m.steps = 0;
     m.depth = 0;
+  }
+  // A command's fiber has a stack of its own: an entry made there measures
+  // against that stack, and the one it came from gets its floor back on exit.
+  const char* fiberLow = editor::CurrentFiberStackLow();
+  if (outermost || fiberLow) {
     const char* here = static_cast<const char*>(__builtin_frame_address(0));
-    thread_local const char* low = QueryStackLow();
+    thread_local const char* threadLow = QueryStackLow();
+    const char* low = fiberLow ? fiberLow : threadLow;
     // Never plan on more than 64 MB, nor on less than 1 MB when the
     // thread's stack cannot be asked.
     constexpr size_t kMaxUse = size_t{64} << 20;

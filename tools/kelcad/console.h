@@ -1,5 +1,6 @@
-// A console session: runs expressions, scripts and typed lines against
-// the host, and remembers whether an AutoLISP error happened.
+// A console session: the user's input (a file of answers, a pipe or a
+// terminal), the steps given on the command line, and whether an
+// AutoLISP error happened or the input ended inside a command.
 #pragma once
 
 #include <string>
@@ -8,24 +9,23 @@ namespace kelcad_console {
 
 class Console {
  public:
-  // Evaluates expressions and echoes each value, as typed at the prompt.
-  void evalExpressions(const std::wstring& text);
-  // Loads a script file; values are not echoed.
-  void runScript(const std::string& path);
-  // One complete input: an AutoLISP expression, "!symbol", or a command
-  // name.
-  void handleInput(const std::wstring& input);
-  // Interactive prompt with line editing and history.
-  void interactive();
-  // Lines from a pipe, handled as typed.
-  void readPipe();
+  ~Console();
+  // Answers from a file (--input); false when it cannot be opened.
+  bool useAnswerFile(const std::string& path);
+  // Answers from standard input: a terminal gets line editing and history.
+  void useStandardInput();
 
-  bool hadError() const { return mHadError; }
+  void evalExpressions(const std::string& text);
+  void loadLisp(const std::string& path);
+  void runCommandScript(const std::string& path);
+  // The "Command:" prompt until the input ends.
+  void commandPrompt();
+
+  bool failed() const;
 
  private:
-  std::wstring mPending;  // an expression still missing closing parentheses
   bool mHadError = false;
-  void feedLine(const std::wstring& line);
+  bool mInteractive = false;
 };
 
 }  // namespace kelcad_console

@@ -59,10 +59,6 @@ int main(int argc, char** argv) {
     std::puts("kelcad " KELCAD_VERSION);
     return 0;
   }
-  // Scripted answers arrive with the command processor; until then the
-  // console says so.
-  if (!options.input.empty()) return Fatal("--input is not available in this build");
-
   kelhost::Host& host = kelhost::Host::instance();
   std::wstring why;
   // The drawing is open before anything runs; one that cannot be read
@@ -79,18 +75,22 @@ int main(int argc, char** argv) {
     }
 
   kelcad_console::Console console;
+  if (!options.input.empty()) {
+    if (!console.useAnswerFile(options.input)) {
+      host.unloadAll();
+      return Fatal("cannot read the answers file " + options.input);
+    }
+  } else {
+    console.useStandardInput();
+  }
   for (const auto& step : options.steps) {
-    if (step.kind == kelcad_console::Step::kEval)
-      console.evalExpressions(kelhost::FromUtf8(step.text));
-    else
-      console.runScript(step.text);
+    switch (step.kind) {
+      case kelcad_console::Step::kEval: console.evalExpressions(step.text); break;
+      case kelcad_console::Step::kLisp: console.loadLisp(step.text); break;
+      case kelcad_console::Step::kCommandScript: console.runCommandScript(step.text); break;
+    }
   }
-  if (options.steps.empty()) {
-    if (isatty(STDIN_FILENO))
-      console.interactive();
-    else
-      console.readPipe();
-  }
+  if (options.steps.empty()) console.commandPrompt();
   bool saved = true;
   if (!options.save.empty())
     saved = kelhost::WriteDrawingFile(acdbHostApplicationServices()->workingDatabase(),
@@ -99,6 +99,7 @@ int main(int argc, char** argv) {
   if (!host.atLineStart()) host.writeCommandLine(L"\n");
   std::fflush(stdout);
   if (!saved) return Fatal(kelhost::ToUtf8(why));
-  // An AutoLISP error, or an object some call left open, fails the run.
-  return console.hadError() || host.disciplineViolations() > 0 ? 1 : 0;
+  // An AutoLISP error, input that ended inside a command, or an object
+  // some call left open fails the run.
+  return console.failed() || host.disciplineViolations() > 0 ? 1 : 0;
 }

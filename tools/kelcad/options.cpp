@@ -5,17 +5,18 @@
 namespace kelcad_console {
 
 const char* Usage() {
-  return "usage: kelcad [--drawing FILE.dxf] [--eval EXPR]... [SCRIPT.lsp]... [--save FILE.dxf]\n"
-         "              [--input ANSWERS] [--arx MODULE]... [--module KELCAD.arx]\n"
+  return "usage: kelcad [--drawing FILE.dxf] [--eval EXPR]... [SCRIPT.lsp]... [--script FILE.scr]...\n"
+         "              [--input ANSWERS] [--save FILE.dxf] [--arx MODULE]... [--module KELCAD.arx]\n"
          "  --eval EXPR      evaluate an AutoLISP expression and echo its value\n"
          "  SCRIPT.lsp       load an AutoLISP file (values are not echoed)\n"
+         "  --script FILE    run a command script (.scr) as the SCRIPT command does\n"
          "  --drawing FILE   open a drawing instead of the embedded default drawing\n"
          "  --save FILE      write the drawing as DXF when done\n"
-         "  --input ANSWERS  answers for commands that ask for input, one per line\n"
+         "  --input ANSWERS  the user's answers to prompts, one per line (default: standard input)\n"
          "  --arx MODULE     load a further module after KELCAD.arx\n"
          "  --module PATH    the KELCAD module to load (default: the installed one)\n"
-         "Without expressions or scripts, and with a terminal, an interactive prompt starts;\n"
-         "typed command names run registered commands.\n";
+         "Without expressions or scripts, the Command: prompt reads standard input (with a\n"
+         "terminal, interactively): command names, AutoLISP expressions and !symbol.\n";
 }
 
 bool ParseOptions(int argc, char** argv, Options& o, std::string& error) {
@@ -37,6 +38,9 @@ bool ParseOptions(int argc, char** argv, Options& o, std::string& error) {
     } else if (!std::strcmp(a, "--eval") || !std::strcmp(a, "-e")) {
       if (!value(v)) return false;
       o.steps.push_back({Step::kEval, v});
+    } else if (!std::strcmp(a, "--script")) {
+      if (!value(v)) return false;
+      o.steps.push_back({Step::kCommandScript, v});
     } else if (!std::strcmp(a, "--drawing")) {
       if (!value(o.drawing)) return false;
     } else if (!std::strcmp(a, "--save")) {
@@ -52,7 +56,7 @@ bool ParseOptions(int argc, char** argv, Options& o, std::string& error) {
       error = std::string("unknown option ") + a;
       return false;
     } else {
-      o.steps.push_back({Step::kScript, a});
+      o.steps.push_back({Step::kLisp, a});
     }
   }
   return true;

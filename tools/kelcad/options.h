@@ -7,8 +7,8 @@
 namespace kelcad_console {
 
 struct Step {
-  enum Kind { kEval, kScript } kind;
-  std::string text;  // the expression, or the script's path
+  enum Kind { kEval, kLisp, kCommandScript } kind;
+  std::string text;  // the expression, or the file's path
 };
 
 struct Options {

@@ -40,3 +40,6 @@ int acutWcMatch(const ACHAR* string, const ACHAR* pattern);
 int acutRToS(ads_real val, int unit, int prec, ACHAR* str, size_t nBufLen);
 int acutAngToS(ads_real val, int unit, int prec, ACHAR* str, size_t nBufLen);
 int acutDisToF(const ACHAR* str, int unit, ads_real* v);
+// An angle typed in any unit mode (unit -1: AUNITS for a bare number) to
+// radians: RTNORM, or RTERROR for text that is no angle.
+int acutAngToF(const ACHAR* str, int unit, ads_real* v);

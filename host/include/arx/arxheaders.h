@@ -29,6 +29,7 @@
 #include "dbxrecrd.h"
 #include "dbgroup.h"
 #include "aced_editor.h"
+#include "aced_command.h"
 #include "acge.h"
 #include "acarray.h"
 #include "win32.h"

@@ -37,8 +37,10 @@ class Host {
   void unloadAll();
   std::vector<std::string> loadedModules() const;
 
-  // Runs a registered command typed at the prompt (global or local name,
-  // any case). False when no such command is registered.
+  // Runs a command typed at the prompt (a registered or built-in command,
+  // with its "_", "." and "-" prefixes, or a C: function of AutoLISP) with
+  // the user's answers. False, with the platform's message, when nothing
+  // has that name. isCommand: registered or built-in.
   bool runCommand(const std::wstring& name);
   bool isCommand(const std::wstring& name) const;
 

@@ -74,6 +74,11 @@ class Interpreter {
   // Evaluates one expression text and returns its outcome (reader errors
   // included).
   Outcome evalOne(const std::wstring& source);
+  // Evaluates one expression text and gives its value as a chain in the
+  // list protocol below (*value: a new chain the caller releases; an RTNIL
+  // node for nil). Errors are reported as usual; *value is null then, and
+  // also for a value that has no chain form (a function).
+  Outcome evalToChain(const std::wstring& source, resbuf** value);
   // Same as (load path): the value of the last expression, errors
   // reported as by load.
   Outcome loadFile(const std::wstring& familyPath);

@@ -72,7 +72,7 @@ TEST_F(ModuleProtocol, CommandsRunByGlobalOrLocalNameAndLeaveWithTheirGroup) {
   EXPECT_TRUE(kelhost::Host::instance().runCommand(L"_FIXCMD"));
   EXPECT_TRUE(kelhost::Host::instance().runCommand(L"FixLocal"));
   EXPECT_FALSE(kelhost::Host::instance().runCommand(L"_FIXLOCAL"));  // "_" asks for the global name
-  EXPECT_EQ(out, L"[fixcmd][fixcmd][fixcmd]");
+  EXPECT_EQ(out, L"[fixcmd][fixcmd][fixcmd]\nUnknown command \"_FIXLOCAL\".  Press F1 for help.");
   EXPECT_EQ(acedRegCmds->addCommand(L"FIXGRP", L"FIXCMD", L"X", 0, [] {}), Acad::eDuplicateKey);
   kelhost::Host::instance().unloadAll();
   EXPECT_FALSE(kelhost::Host::instance().isCommand(L"FIXCMD"));

@@ -1,0 +1,84 @@
+#include "editor/command_context.h"
+
+#include "arx/adsdef.h"
+#include "editor/command_processor.h"
+#include "editor/prompter.h"
+#include "editor/selection.h"
+
+namespace kelhost::editor {
+namespace {
+
+Request Make(Want want, const std::wstring& prompt, const std::wstring& keywords, int flags, const double* base) {
+  Request r;
+  r.want = want;
+  r.prompt = prompt;
+  r.keywords = Keywords(keywords);
+  r.flags = flags;
+  if (base) {
+    r.hasBase = true;
+    for (int i = 0; i < 3; ++i) r.base[i] = base[i];
+  }
+  return r;
+}
+
+}  // namespace
+
+Answer CommandContext::ask(const Request& request) {
+  Answer a = Ask(request, !mCommand.echo);
+  if (a.status == RTCAN) throw CommandCancelled{};
+  return a;
+}
+
+Answer CommandContext::askPoint(const std::wstring& prompt, const std::wstring& keywords, int flags,
+                                const double* base) {
+  return ask(Make(Want::kPoint, prompt, keywords, flags, base));
+}
+Answer CommandContext::askCorner(const std::wstring& prompt, const double base[3], int flags) {
+  return ask(Make(Want::kCorner, prompt, L"", flags, base));
+}
+Answer CommandContext::askDist(const std::wstring& prompt, const std::wstring& keywords, int flags,
+                               const double* base) {
+  return ask(Make(Want::kDist, prompt, keywords, flags, base));
+}
+Answer CommandContext::askAngle(const std::wstring& prompt, const std::wstring& keywords, int flags,
+                                const double* base) {
+  return ask(Make(Want::kAngle, prompt, keywords, flags, base));
+}
+Answer CommandContext::askReal(const std::wstring& prompt, const std::wstring& keywords, int flags) {
+  return ask(Make(Want::kReal, prompt, keywords, flags, nullptr));
+}
+Answer CommandContext::askInt(const std::wstring& prompt, const std::wstring& keywords, int flags) {
+  return ask(Make(Want::kInt, prompt, keywords, flags, nullptr));
+}
+Answer CommandContext::askKeyword(const std::wstring& prompt, const std::wstring& keywords, int flags) {
+  return ask(Make(Want::kKword, prompt, keywords, flags, nullptr));
+}
+Answer CommandContext::askString(const std::wstring& prompt, bool spaces) {
+  Request r = Make(Want::kString, prompt, L"", 0, nullptr);
+  r.spaces = spaces;
+  return ask(r);
+}
+Answer CommandContext::askEntity(const std::wstring& prompt, const std::wstring& keywords) {
+  return ask(Make(Want::kEntity, prompt, keywords, 0, nullptr));
+}
+
+std::vector<AcDbObjectId> CommandContext::selectObjects(const std::wstring& prompt) {
+  return SelectObjects(*this, prompt);
+}
+
+void CommandContext::print(const std::wstring& text) {
+  if (mCommand.echo) Say(text);
+}
+
+bool CommandContext::echoes() const { return mCommand.echo; }
+
+const std::wstring& CommandContext::name() const { return mCommand.global; }
+
+void CommandContext::cancel() { throw CommandCancelled{}; }
+
+void CommandContext::fail(const std::wstring& message) {
+  if (!message.empty()) print(message);
+  throw CommandFailed{};
+}
+
+}  // namespace kelhost::editor

@@ -1,0 +1,94 @@
+#include "editor/user_input.h"
+
+#include <vector>
+
+namespace kelhost::editor {
+namespace {
+
+struct InputState {
+  std::unique_ptr<InputSource> base;
+  std::vector<std::unique_ptr<InputSource>> scripts;
+  ScriptSource queued{L"", false};
+  bool escape = false;
+  bool endedInsideCommand = false;
+};
+
+InputState& State() {
+  static InputState state;
+  return state;
+}
+
+Token FromText(const std::wstring& text) {
+  if (text == L"^C") return Token::Of(Token::kCancel);
+  return Token::Text(text);
+}
+
+ReadInput Ended(bool atCommandPrompt, bool fromScript) {
+  ReadInput r;
+  r.token = Token::Of(Token::kCancel);
+  r.ended = true;
+  r.fromScript = fromScript;
+  if (!atCommandPrompt) State().endedInsideCommand = true;
+  return r;
+}
+
+}  // namespace
+
+void SetBaseInput(std::unique_ptr<InputSource> source) { State().base = std::move(source); }
+
+void PushScript(std::unique_ptr<InputSource> script) {
+  if (script) State().scripts.push_back(std::move(script));
+}
+
+int ScriptDepth() { return static_cast<int>(State().scripts.size()); }
+
+void QueueInput(const std::wstring& text) { State().queued.append(text); }
+
+void EscapeInput() {
+  State().queued.clear();
+  State().escape = true;
+}
+
+bool QueuedInputPending() { return !State().queued.empty(); }
+
+ReadInput NextInput(bool spaces, bool atCommandPrompt) {
+  InputState& s = State();
+  ReadInput r;
+  if (s.escape) {
+    s.escape = false;
+    r.token = Token::Of(Token::kCancel);
+    return r;
+  }
+  std::wstring text;
+  if (!s.queued.empty() && s.queued.read(text, spaces)) {
+    r.token = FromText(text);
+    return r;
+  }
+  if (!s.scripts.empty()) {
+    if (s.scripts.back()->read(text, spaces)) {
+      r.token = FromText(text);
+      r.fromScript = true;
+      return r;
+    }
+    s.scripts.pop_back();
+    return Ended(atCommandPrompt, true);
+  }
+  if (s.base && s.base->read(text, spaces)) {
+    r.token = FromText(text);
+    r.echoed = s.base->echoes();
+    return r;
+  }
+  return Ended(atCommandPrompt, false);
+}
+
+bool InputEndedInsideCommand() { return State().endedInsideCommand; }
+
+void ResetInputState() {
+  InputState& s = State();
+  s.scripts.clear();
+  s.queued.clear();
+  s.escape = false;
+  s.endedInsideCommand = false;
+}
+
+}  // namespace kelhost::editor
