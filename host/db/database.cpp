@@ -33,7 +33,7 @@ AcDbStub* DatabaseState::add(AcDbDatabase* db, AcDbObject* object, Adesk::UInt64
   byHandle.insert(stub);
   stubs.emplace_back(stub);
   AdjustOpenCount(1);
-  if (ObjectObserver* observer = CurrentObjectObserver()) observer->added(object);
+  NotifyAdded(object);
   return stub;
 }
 

@@ -49,7 +49,7 @@ Acad::ErrorStatus AcDbObject::upgradeOpen() {
   if (!mStub || mStub->writer) return Acad::eWasOpenForWrite;
   if (mStub->readers == 0) return Acad::eNotOpenForRead;
   if (mStub->readers > 1) return Acad::eHadMultipleReaders;
-  if (auto* observer = kelhost::db::CurrentObjectObserver()) observer->beforeWrite(this);
+  kelhost::db::NotifyBeforeWrite(this);
   mStub->readers = 0;
   mStub->writer = true;
   return Acad::eOk;
@@ -105,7 +105,7 @@ void FollowOwner(AcDbObject* o, bool erasing) {
     if (!s->object) continue;
     if (erasing ? s->erased : !s->erasedWithOwner) continue;
     // Changed as if opened for write, so that an undo journal sees it.
-    if (auto* observer = kelhost::db::CurrentObjectObserver()) observer->beforeWrite(s->object.get());
+    kelhost::db::NotifyBeforeWrite(s->object.get());
     s->erased = s->erasedWithOwner = erasing;
     FollowOwner(s->object.get(), erasing);
   }
@@ -174,7 +174,7 @@ Acad::ErrorStatus acdbOpenObject(AcDbObject*& pObj, AcDbObjectId id, AcDb::OpenM
     case AcDb::kForWrite:
       if (s->writer) return Acad::eWasOpenForWrite;
       if (s->readers) return Acad::eWasOpenForRead;
-      if (auto* observer = kelhost::db::CurrentObjectObserver()) observer->beforeWrite(s->object.get());
+      kelhost::db::NotifyBeforeWrite(s->object.get());
       s->writer = true;
       break;
     case AcDb::kForNotify:

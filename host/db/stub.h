@@ -42,15 +42,19 @@ void AdjustOpenCount(int delta);
 // One line per object still open: handle, DXF name and how it is open.
 std::vector<std::wstring> DescribeOpenObjects();
 
-// Told before an object is first opened for write and after an object
-// joins a database: where an undo journal records prior states.
+// Told before an object is opened for write (or changed as if it were)
+// and after an object joins a database: where the undo journal records
+// prior states and the drawing's extents learn that they changed.
 class ObjectObserver {
  public:
   virtual ~ObjectObserver() = default;
   virtual void beforeWrite(AcDbObject* object) = 0;
   virtual void added(AcDbObject* object) = 0;
 };
-void SetObjectObserver(ObjectObserver* observer);
-ObjectObserver* CurrentObjectObserver();
+// Observers are told in the order they were added.
+void AddObjectObserver(ObjectObserver* observer);
+void RemoveObjectObserver(ObjectObserver* observer);
+void NotifyBeforeWrite(AcDbObject* object);
+void NotifyAdded(AcDbObject* object);
 
 }  // namespace kelhost::db

@@ -1,5 +1,7 @@
 // The count of open objects, the objects still open, and the observer of
 // writes.
+#include <algorithm>
+
 #include "arx/wformat.h"
 
 #include "db/stub.h"
@@ -8,7 +10,7 @@
 namespace kelhost::db {
 namespace {
 int gOpenCount = 0;
-ObjectObserver* gObserver = nullptr;
+std::vector<ObjectObserver*> gObservers;
 }  // namespace
 
 AcDbObject* Peek(AcDbObjectId id) {
@@ -31,7 +33,18 @@ std::vector<std::wstring> DescribeOpenObjects() {
 }
 void AdjustOpenCount(int delta) { gOpenCount += delta; }
 
-void SetObjectObserver(ObjectObserver* observer) { gObserver = observer; }
-ObjectObserver* CurrentObjectObserver() { return gObserver; }
+void AddObjectObserver(ObjectObserver* observer) {
+  if (observer && std::find(gObservers.begin(), gObservers.end(), observer) == gObservers.end())
+    gObservers.push_back(observer);
+}
+void RemoveObjectObserver(ObjectObserver* observer) {
+  gObservers.erase(std::remove(gObservers.begin(), gObservers.end(), observer), gObservers.end());
+}
+void NotifyBeforeWrite(AcDbObject* object) {
+  for (ObjectObserver* o : gObservers) o->beforeWrite(object);
+}
+void NotifyAdded(AcDbObject* object) {
+  for (ObjectObserver* o : gObservers) o->added(object);
+}
 
 }  // namespace kelhost::db
