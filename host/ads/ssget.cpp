@@ -133,7 +133,11 @@ AcGePoint3d PointOf(const void* pt) {
 // "Select objects:" asked of the user (or of the running command's call).
 class PromptDialog : public editor::SelectionDialog {
  public:
-  editor::Answer ask(const editor::Request& request) override { return editor::Ask(request); }
+  editor::Answer ask(const editor::Request& request) override {
+    editor::Answer a = editor::Ask(request);
+    if (a.status == RTCAN) editor::Say(L"*Cancel*");
+    return a;
+  }
   void print(const std::wstring& text) override { editor::Say(text); }
 };
 

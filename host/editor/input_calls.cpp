@@ -46,6 +46,7 @@ Answer AskUser(Want want, const wchar_t* prompt, const double* base, bool spaces
   s.latestStatus = RTERROR;
   s.latestText.clear();
   Answer a = Ask(r);
+  if (a.status == RTCAN) Say(L"*Cancel*");
   s.latestStatus = a.status;
   if (a.status == RTKWORD) s.latestText = a.text;
   return a;
