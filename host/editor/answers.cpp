@@ -294,11 +294,15 @@ std::wstring Keywords::match(const std::wstring& typed) const {
   return L"";
 }
 
+namespace {
+
 const wchar_t* SelectionOptionsMessage() {
   return L"*Invalid selection*\nExpects a point or\n"
          L"Window/Last/Crossing/BOX/ALL/Fence/WPolygon/CPolygon/Group/Add/Remove/Multiple/Previous/Undo/AUto/"
          L"SIngle/SUbobject/Object";
 }
+
+}  // namespace
 
 std::wstring WrongAnswerMessage(const Request& r) {
   switch (r.want) {

@@ -84,11 +84,17 @@ bool SelectionBox(const AcDbEntity* e, AcDbExtents& box) {
   return true;
 }
 
-bool IsSelectable(AcDbObjectId id) {
+bool InCurrentSpace(AcDbObjectId id) {
   AcDbDatabase* db = ads::WorkingDb();
   if (!db || id.isNull() || id.isErased() || id.database() != db) return false;
   const AcDbEntity* e = AcDbEntity::cast(db::Peek(id));
-  return e && e->ownerId() == db->currentSpaceId() && e->visibility() == AcDb::kVisible && OnVisibleLayer(e);
+  return e && e->ownerId() == db->currentSpaceId();
+}
+
+bool IsSelectable(AcDbObjectId id) {
+  if (!InCurrentSpace(id)) return false;
+  const AcDbEntity* e = AcDbEntity::cast(db::Peek(id));
+  return e->visibility() == AcDb::kVisible && OnVisibleLayer(e);
 }
 
 std::vector<AcDbObjectId> SelectableEntities() {

@@ -16,6 +16,9 @@ namespace kelhost::editor {
 // Whether a selection may take the object: an entity of the current space
 // of the working drawing, visible, on a layer that is on and thawed.
 bool IsSelectable(AcDbObjectId id);
+// A live entity of the current space (what a selection takes when it is
+// named rather than found: a set, a name, the Previous set, a group).
+bool InCurrentSpace(AcDbObjectId id);
 // The objects a selection may take, newest first.
 std::vector<AcDbObjectId> SelectableEntities();
 // The newest of them (the "Last" selection), or null.

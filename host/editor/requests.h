@@ -115,7 +115,8 @@ struct Request {
 };
 
 // status: RTNORM with a value, RTNONE for Enter, RTKWORD for a keyword or
-// arbitrary text (in text), RTCAN for cancel.
+// arbitrary text (in text), RTCAN for cancel; RTERROR for a pick that
+// found no object.
 struct Answer {
   int status = 0;
   double point[3] = {0.0, 0.0, 0.0};  // points (UCS); the pick point of an entity

@@ -239,7 +239,7 @@ class Selector {
     size_t elsewhere = 0, filtered = 0;
     std::vector<AcDbObjectId> taken;
     for (const AcDbObjectId& id : unique) {
-      if (!IsSelectable(id)) ++elsewhere;
+      if (!InCurrentSpace(id)) ++elsewhere;
       else if (mOptions.accept && !mOptions.accept(id)) ++filtered;
       else taken.push_back(id);
     }

@@ -63,7 +63,7 @@ const ACHAR* MessageArg(Machine& m, Args& a, std::wstring& holder) {
 }
 
 // What every input function makes of the call's status.
-ValuePtr Outcome(Machine& m, int status, ValuePtr value) {
+ValuePtr InputResult(Machine& m, int status, ValuePtr value) {
   switch (status) {
     case RTNORM: return value;
     case RTKWORD: {
@@ -91,14 +91,14 @@ ValuePtr GetPoint(Machine& m, Args& a) {
   const PointPrompt pp = PointAndMessage(m, a, false);
   ads_point p;
   const int status = acedGetPoint(pp.basePtr(), pp.prompt(), p);
-  return Outcome(m, status, status == RTNORM ? PointValue(p) : nullptr);
+  return InputResult(m, status, status == RTNORM ? PointValue(p) : nullptr);
 }
 
 ValuePtr GetCorner(Machine& m, Args& a) {
   const PointPrompt pp = PointAndMessage(m, a, true);
   ads_point p;
   const int status = acedGetCorner(pp.basePtr(), pp.prompt(), p);
-  return Outcome(m, status, status == RTNORM ? PointValue(p) : nullptr);
+  return InputResult(m, status, status == RTNORM ? PointValue(p) : nullptr);
 }
 
 template <int (*Call)(const ads_point, const ACHAR*, ads_real*)>
@@ -106,21 +106,21 @@ ValuePtr GetMeasure(Machine& m, Args& a) {
   const PointPrompt pp = PointAndMessage(m, a, false);
   ads_real v = 0;
   const int status = Call(pp.basePtr(), pp.prompt(), &v);
-  return Outcome(m, status, MakeReal(v));
+  return InputResult(m, status, MakeReal(v));
 }
 
 ValuePtr GetReal(Machine& m, Args& a) {
   std::wstring msg;
   ads_real v = 0;
   const int status = acedGetReal(MessageArg(m, a, msg), &v);
-  return Outcome(m, status, MakeReal(v));
+  return InputResult(m, status, MakeReal(v));
 }
 
 ValuePtr GetInt(Machine& m, Args& a) {
   std::wstring msg;
   int v = 0;
   const int status = acedGetInt(MessageArg(m, a, msg), &v);
-  return Outcome(m, status, MakeInt(v));
+  return InputResult(m, status, MakeInt(v));
 }
 
 // (getstring [cr] [msg]): with one argument a string is the message.
@@ -136,14 +136,14 @@ ValuePtr GetString(Machine& m, Args& a) {
   ACHAR text[kTextBuffer];
   const int status = acedGetString(spaces ? 1 : 0, prompt, text);
   // Enter gives the empty string, which programs test for.
-  return Outcome(m, status, status == RTNORM ? MakeStr(text) : nullptr);
+  return InputResult(m, status, status == RTNORM ? MakeStr(text) : nullptr);
 }
 
 ValuePtr GetKword(Machine& m, Args& a) {
   std::wstring msg;
   ACHAR text[kTextBuffer];
   const int status = acedGetKword(MessageArg(m, a, msg), text, kTextBuffer);
-  return Outcome(m, status == RTINPUTTRUNCATED ? RTNORM : status, MakeStr(text));
+  return InputResult(m, status == RTINPUTTRUNCATED ? RTNORM : status, MakeStr(text));
 }
 
 ValuePtr EntSel(Machine& m, Args& a) {
@@ -151,7 +151,7 @@ ValuePtr EntSel(Machine& m, Args& a) {
   ads_name name;
   ads_point p;
   const int status = acedEntSel(MessageArg(m, a, msg), name, p);
-  if (status != RTNORM) return Outcome(m, status, nullptr);
+  if (status != RTNORM) return InputResult(m, status, nullptr);
   ListBuilder b;
   b.add(std::make_shared<NameValue>(Kind::Ename, name));
   b.add(PointValue(p));

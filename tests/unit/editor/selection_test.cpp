@@ -1,6 +1,10 @@
 // "Select objects:" and the selection modes: what picks, windows, fences
 // and polygons take, the running messages, adding and removing, and the
 // sets the editor keeps (Previous, pick-first).
+#include <array>
+
+#include "arx/dbdict.h"
+#include "arx/dbgroup.h"
 #include "editor/picking.h"
 #include "editor/region_selection.h"
 #include "tests/unit/editor/input_fixture.h"
@@ -131,6 +135,25 @@ TEST_F(EditorSelectionTest, FiltersLockedLayersAndPoints) {
   EXPECT_EQ(names(L"(ssget \"_:E\" '(0.5 0.1))"), L"\"h d \"");
   EXPECT_EQ(names(L"(ssget \"L\")"), L"\"t \"");
   EXPECT_EQ(eval(L"(ssget \"Q\")"), L"nil");
+}
+
+TEST_F(EditorSelectionTest, GroupsByName) {
+  AcDbDictionary* groups = nullptr;
+  ASSERT_EQ(db->getGroupDictionary(groups, AcDb::kForWrite), Acad::eOk);
+  auto* group = new AcDbGroup(L"circle and line");
+  AcDbObjectId groupId;
+  const Acad::ErrorStatus es = groups->setAt(L"PARTS", group, groupId);
+  groups->close();
+  ASSERT_EQ(es, Acad::eOk);
+  group->append(kelhost::editor::PickIdAt(std::array<double, 3>{5, 0, 0}.data()));
+  group->append(kelhost::editor::PickIdAt(std::array<double, 3>{25, 0, 0}.data()));
+  group->close();
+
+  answers({L"G", L"nothing", L"G", L"parts", L""});
+  EXPECT_EQ(names(L"(ssget)"), L"\"h c \"");
+  EXPECT_NE(out.find(L"\nEnter group name: nothing\nGroup \"nothing\" has not been defined."), std::wstring::npos)
+      << out;
+  EXPECT_NE(out.find(L"\nEnter group name: parts\n2 found"), std::wstring::npos) << out;
 }
 
 TEST_F(EditorSelectionTest, PickfirstSet) {
