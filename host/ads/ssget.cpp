@@ -97,6 +97,7 @@ bool ParseMode(const ACHAR* str, Mode& mode) {
         case L'L': mode.rejectLocked = true; break;
         case L'D':  // duplicates: a set holds each object once anyway
         case L'N':  // nested and sub-object detail: nothing more to give
+        case L'R':  // long transactions: there are none
         case L'U':
         case L'V': break;
         default: return false;
