@@ -3,7 +3,8 @@
 // given mode (degrees for 0, 1 and 4, grads for 2, radians for 3); a
 // number may also say its own unit: 45d30'15", 50g, 1.2r. Surveyor's
 // bearings (N45d30'E, S20W, and N, S, E, W alone) are turned into
-// directions measured from east, anticlockwise.
+// directions measured from east, anticlockwise. The result is reduced to
+// one turn, as angtof's is.
 #include <cmath>
 #include <string>
 
@@ -63,6 +64,13 @@ bool ReadAngle(Cursor& c, int unit, double& radians) {
   return true;
 }
 
+// Angles come back as directions: from 0 up to (not including) 2 pi.
+double Normalized(double radians) {
+  double a = std::fmod(radians, 2 * kPi);
+  if (a < 0) a += 2 * kPi;
+  return a >= 2 * kPi ? 0.0 : a;
+}
+
 bool IsBearingLetter(wchar_t c) { return c == L'N' || c == L'S' || c == L'E' || c == L'W'; }
 
 // N, S, E or W alone, or N|S angle E|W.
@@ -102,7 +110,7 @@ int acutAngToF(const ACHAR* str, int unit, ads_real* v) {
   const std::wstring upper = kelhost::ToUpper(text);
   double radians = 0;
   if (ReadBearing(upper, radians)) {
-    *v = radians;
+    *v = Normalized(radians);
     return RTNORM;
   }
   std::wstring lower = kelhost::ToLower(text);
@@ -113,6 +121,6 @@ int acutAngToF(const ACHAR* str, int unit, ads_real* v) {
   if (!ReadAngle(c, unit, radians)) return RTERROR;
   c.skipBlanks();
   if (!c.end() || !std::isfinite(radians)) return RTERROR;
-  *v = negative ? -radians : radians;
+  *v = Normalized(negative ? -radians : radians);
   return RTNORM;
 }

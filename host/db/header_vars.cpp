@@ -46,6 +46,7 @@ std::vector<HeaderVarDef> MakeDefs() {
       Point3(L"EXTMAX", -kBig, -kBig, -kBig, true),
       Real(L"FILLETRAD", 0.0, 0, kAny),
       Point3(L"INSBASE", 0, 0, 0),
+      Flag(L"LIMCHECK", 0),
       {L"LIMMIN", RTPOINT, 10, H, false, 1, 0, {0, 0, 0}, nullptr},
       {L"LIMMAX", RTPOINT, 10, H, false, 1, 0, {420, 297, 0}, nullptr},
       Short(L"LUNITS", 2, 1, 5),

@@ -2,7 +2,6 @@
 
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 
 #include "arx/acedads.h"
 #include "ads/units.h"
@@ -80,19 +79,23 @@ std::wstring Shortest(double v) {
   return FromUtf8(std::string(buf, r.ptr));
 }
 
-bool WantsNumber(Want w) { return w == Want::kDist || w == Want::kReal || w == Want::kInt; }
+Resolution Refuse(std::wstring& message, std::wstring text) {
+  message = std::move(text);
+  return Resolution::kRefused;
+}
 
 // The conditions on a number: nonzero, not negative.
 bool NumberAllowed(const Request& r, double v, std::wstring& message) {
-  const bool noZero = r.flags & kNoZero, noNeg = r.flags & kNoNegative;
-  if ((noZero && v == 0) || (noNeg && v < 0)) {
-    message = noZero && noNeg ? L"Value must be positive and nonzero." : noZero ? L"Value must be nonzero."
-                                                                               : L"Value must be positive.";
-    return false;
-  }
-  return true;
+  const bool noZero = (r.flags & kNoZero) && v == 0;
+  const bool noNegative = (r.flags & kNoNegative) && v < 0;
+  if (!noZero && !noNegative) return true;
+  const bool both = (r.flags & kNoZero) && (r.flags & kNoNegative);
+  message = both ? L"Value must be positive and nonzero." : noZero ? L"Value must be nonzero." : L"Value must be positive.";
+  return false;
 }
 
+// LIMCHECK keeps points within LIMMIN..LIMMAX (in X and Y), unless the
+// request says otherwise.
 bool WithinLimits(const Request& r, const double p[3], std::wstring& message) {
   if ((r.flags & kNoLimits) || ShortVar(L"LIMCHECK", 0) == 0) return true;
   double lo[3], hi[3];
@@ -102,43 +105,34 @@ bool WithinLimits(const Request& r, const double p[3], std::wstring& message) {
   return false;
 }
 
-Resolution Refuse(std::wstring& message, std::wstring text) {
-  message = std::move(text);
-  return Resolution::kRefused;
+Resolution KeywordAnswer(Answer& a, std::wstring text) {
+  a.status = RTKWORD;
+  a.text = std::move(text);
+  return Resolution::kDone;
 }
 
-// A typed keyword, or arbitrary text when the request takes any.
-bool KeywordAnswer(const Request& r, const std::wstring& text, Answer& a) {
-  const std::wstring global = r.keywords.match(Trim(text));
-  if (!global.empty()) {
-    a.status = RTKWORD;
-    a.text = global;
-    return true;
-  }
-  if (r.flags & kArbitrary) {
-    a.status = RTKWORD;
-    a.text = text;
-    return true;
-  }
-  return false;
+Resolution AngleAnswer(const Request& r, double absolute, Answer& a, std::wstring& message) {
+  // getorient keeps the direction from east; getangle measures from ANGBASE.
+  a.real = r.want == Want::kOrient ? Normalized(absolute) : Normalized(absolute - RealVar(L"ANGBASE", 0.0));
+  if ((r.flags & kNoZero) && a.real == 0) return Refuse(message, L"Value must be nonzero.");
+  a.status = RTNORM;
+  return Resolution::kDone;
 }
 
 Resolution FromPoint(const Request& r, const double p[3], Answer& a, std::wstring& message) {
+  for (int i = 0; i < 3; ++i) a.point[i] = p[i];
   switch (r.want) {
     case Want::kPoint:
     case Want::kCorner:
       if (!WithinLimits(r, p, message)) return Resolution::kRefused;
-      for (int i = 0; i < 3; ++i) a.point[i] = p[i];
       a.status = RTNORM;
       return Resolution::kDone;
     case Want::kDist:
     case Want::kAngle:
     case Want::kOrient:
       if (r.hasBase) return ResolveSecondPoint(r, r.base, p, a, message);
-      for (int i = 0; i < 3; ++i) a.point[i] = p[i];
       return Resolution::kNeedsSecondPoint;
     case Want::kEntity:
-      for (int i = 0; i < 3; ++i) a.point[i] = p[i];
       if (!PickEntityAt(p, a.name)) {
         a.status = RTERROR;  // nothing there: the caller reports the missed pick
         return Resolution::kDone;
@@ -146,20 +140,39 @@ Resolution FromPoint(const Request& r, const double p[3], Answer& a, std::wstrin
       a.hasName = true;
       a.status = RTNORM;
       return Resolution::kDone;
+    case Want::kSelect:
+      a.status = RTNORM;  // the selection decides what a point takes
+      return Resolution::kDone;
     default:
       return Refuse(message, WrongAnswerMessage(r));
   }
 }
 
-Resolution FromText(const Request& r, const std::wstring& text, Answer& a, std::wstring& message) {
+// A number at a point prompt that has a base point: the point that far
+// from the base toward the cursor. A host without a screen has its cursor
+// resting on the X axis of the base, so the point lies that way.
+bool DirectDistance(const Request& r, const std::wstring& text, double p[3]) {
+  if (!r.hasBase || (r.want != Want::kPoint && r.want != Want::kCorner)) return false;
+  if ((r.flags & kArbitrary) && !(r.flags & kDirectDistance)) return false;  // arbitrary input comes first
+  double d = 0;
+  if (!Distance(text, d)) return false;
+  p[0] = r.base[0] + d;
+  p[1] = r.base[1];
+  p[2] = r.base[2];
+  return true;
+}
+
+Resolution FromText(const Request& r, const std::wstring& typed, Answer& a, std::wstring& message) {
+  if (r.want == Want::kString) {
+    a.status = RTNORM;
+    a.text = typed;
+    return Resolution::kDone;
+  }
+  const std::wstring text = Trim(typed);
+  // The program's keywords come before any reading of the text.
+  const std::wstring global = r.keywords.match(text);
+  if (!global.empty()) return KeywordAnswer(a, global);
   switch (r.want) {
-    case Want::kString:
-      a.status = RTNORM;
-      a.text = text;
-      return Resolution::kDone;
-    case Want::kKword:
-      if (KeywordAnswer(r, text, a)) return Resolution::kDone;
-      return Refuse(message, WrongAnswerMessage(r));
     case Want::kInt: {
       long long v = 0;
       if (IsInteger(text, v)) {
@@ -173,7 +186,7 @@ Resolution FromText(const Request& r, const std::wstring& text, Answer& a, std::
     }
     case Want::kReal: {
       double v = 0;
-      if (acutDisToF(Trim(text).c_str(), 2, &v) == RTNORM || acutDisToF(Trim(text).c_str(), 1, &v) == RTNORM) {
+      if (acutDisToF(text.c_str(), 2, &v) == RTNORM || acutDisToF(text.c_str(), 1, &v) == RTNORM) {
         if (!NumberAllowed(r, v, message)) return Resolution::kRefused;
         a.status = RTNORM;
         a.real = v;
@@ -194,21 +207,29 @@ Resolution FromText(const Request& r, const std::wstring& text, Answer& a, std::
     case Want::kAngle:
     case Want::kOrient: {
       double absolute = 0;
-      if (TypedAngle(text, absolute)) {
-        a.status = RTNORM;
-        a.real = r.want == Want::kOrient ? Normalized(absolute) : Normalized(absolute - RealVar(L"ANGBASE", 0.0));
-        return Resolution::kDone;
-      }
+      if (TypedAngle(text, absolute)) return AngleAnswer(r, absolute, a, message);
       break;
     }
     default:
       break;
   }
-  // Points answer point, distance, angle and entity prompts.
+  // Points answer point, distance, angle, entity and selection prompts.
   double p[3];
-  if (r.want != Want::kInt && r.want != Want::kReal && ParsePoint(text, p)) return FromPoint(r, p, a, message);
-  if (KeywordAnswer(r, text, a)) return Resolution::kDone;
+  const bool takesPoints = r.want != Want::kInt && r.want != Want::kReal && r.want != Want::kKword;
+  if (takesPoints && (DirectDistance(r, text, p) || ParsePoint(text, p))) return FromPoint(r, p, a, message);
+  if (r.flags & kArbitrary) return KeywordAnswer(a, typed);
   return Refuse(message, WrongAnswerMessage(r));
+}
+
+bool IsUpperLetter(wchar_t c) { return ToUpperChar(c) == c && ToLowerChar(c) != c; }
+
+// The shortest form of a word: its capital letters; without any (or with
+// nothing but capitals) the whole word.
+std::wstring Abbreviation(const std::wstring& word) {
+  std::wstring abbrev;
+  for (wchar_t c : word)
+    if (IsUpperLetter(c)) abbrev += c;
+  return abbrev.empty() ? ToUpper(word) : abbrev;
 }
 
 }  // namespace
@@ -249,14 +270,11 @@ Keywords::Keywords(const std::wstring& list) {
     std::wstring word = locals[k];
     const size_t comma = word.find(L',');
     if (comma != std::wstring::npos) {
+      // "LTYPE,LT": the abbreviation is spelled out after the comma.
       w.abbrev = ToUpper(word.substr(comma + 1));
       word.erase(comma);
     } else {
-      // The capital letters mark the shortest form; without any (or with
-      // nothing but capitals) the whole word must be typed.
-      for (wchar_t c : word)
-        if (ToUpperChar(c) == c && ToLowerChar(c) != c) w.abbrev += c;
-      if (w.abbrev.empty()) w.abbrev = ToUpper(word);
+      w.abbrev = Abbreviation(word);
     }
     w.local = word;
     w.global = k < globals.size() ? globals[k] : word;
@@ -275,30 +293,34 @@ std::wstring Keywords::match(const std::wstring& typed) const {
   const bool globalOnly = typed[0] == L'_';
   const std::wstring text = ToUpper(globalOnly ? typed.substr(1) : typed);
   if (text.empty()) return L"";
+  // The word itself, its abbreviation, or anything between the two.
   auto fits = [&](const std::wstring& word, const std::wstring& abbrev) {
     const std::wstring full = ToUpper(word);
     if (text == full || text == abbrev) return true;
-    // Longer than the abbreviation: a prefix of the word that starts with it.
     return full.compare(0, abbrev.size(), abbrev) == 0 && text.size() > abbrev.size() &&
            full.compare(0, text.size(), text) == 0;
   };
   for (const Keyword& w : words()) {
-    if (!globalOnly && fits(w.local, w.abbrev)) return w.global;
-    if (globalOnly) {
-      std::wstring abbrev;
-      for (wchar_t c : w.global)
-        if (ToUpperChar(c) == c && ToLowerChar(c) != c) abbrev += c;
-      if (abbrev.empty()) abbrev = ToUpper(w.global);
-      if (fits(w.global, abbrev)) return w.global;
-    }
+    if (globalOnly ? fits(w.global, Abbreviation(w.global)) : fits(w.local, w.abbrev)) return w.global;
   }
   return L"";
 }
+
+namespace {
+
+const wchar_t* SelectionOptionsMessage() {
+  return L"*Invalid selection*\nExpects a point or\n"
+         L"Window/Last/Crossing/BOX/ALL/Fence/WPolygon/CPolygon/Group/Add/Remove/Multiple/Previous/Undo/AUto/"
+         L"SIngle/SUbobject/Object";
+}
+
+}  // namespace
 
 std::wstring WrongAnswerMessage(const Request& r) {
   switch (r.want) {
     case Want::kPoint:
     case Want::kCorner:
+    case Want::kEntity:
       return r.keywords.empty() ? L"Invalid point." : L"Point or option keyword required.";
     case Want::kDist:
       return r.hasBase ? L"Requires numeric distance or second point." : L"Requires numeric distance or two points.";
@@ -307,38 +329,47 @@ std::wstring WrongAnswerMessage(const Request& r) {
     case Want::kReal: return L"Requires numeric value.";
     case Want::kInt: return L"Requires an integer value.";
     case Want::kKword: return L"Invalid option keyword.";
-    case Want::kEntity: return L"Invalid point.";
+    case Want::kSelect: return SelectionOptionsMessage();
     default: return L"Invalid input.";
   }
 }
 
-bool ParsePoint(const std::wstring& typed, double point[3]) {
-  std::wstring text = Trim(typed);
-  if (text.empty()) return false;
-  double origin[3] = {0.0, 0.0, 0.0};
-  bool relative = false;
-  if (text[0] == L'@') {
-    relative = true;
-    PointVar(L"LASTPOINT", origin);
-    text = Trim(text.substr(1));
-    if (text.empty()) {
-      for (int i = 0; i < 3; ++i) point[i] = origin[i];
-      return true;
-    }
-  } else if (text[0] == L'#' || text[0] == L'*') {
-    text = Trim(text.substr(1));  // absolute (in the headless host the UCS is the world)
-  }
-  const int lunits = units::CurrentSettings().lunits;
+namespace {
+
+// The body of a typed point (without "@" and "*"): x,y[,z], or polar
+// d<a, cylindrical d<a,z, spherical d<a<b. twoD tells that no z was given.
+bool ParseCoordinates(const std::wstring& text, double v[3], bool& twoD) {
+  twoD = false;
+  const int lunits = units::CurrentSettings().lunits;  // read once for all the numbers
   const size_t lt = text.find(L'<');
   if (lt != std::wstring::npos) {
     double d = 0, a = 0;
-    if (!Distance(text.substr(0, lt), d, lunits) || !TypedAngle(Trim(text.substr(lt + 1)), a)) return false;
-    point[0] = origin[0] + d * std::cos(a);
-    point[1] = origin[1] + d * std::sin(a);
-    point[2] = relative ? origin[2] : RealVar(L"ELEVATION", 0.0);
+    if (!Distance(text.substr(0, lt), d, lunits)) return false;
+    std::wstring rest = text.substr(lt + 1);
+    const size_t lt2 = rest.find(L'<');
+    if (lt2 != std::wstring::npos) {
+      // Spherical: the second angle rises from the XY plane.
+      double rise = 0;
+      if (!TypedAngle(Trim(rest.substr(0, lt2)), a) ||
+          acutAngToF(Trim(rest.substr(lt2 + 1)).c_str(), -1, &rise) != RTNORM)
+        return false;
+      v[0] = d * std::cos(rise) * std::cos(a);
+      v[1] = d * std::cos(rise) * std::sin(a);
+      v[2] = d * std::sin(rise);
+      return true;
+    }
+    const size_t comma = rest.find(L',');
+    if (comma != std::wstring::npos) {
+      if (!Distance(rest.substr(comma + 1), v[2], lunits)) return false;
+      rest.erase(comma);
+    } else {
+      twoD = true;
+    }
+    if (!TypedAngle(Trim(rest), a)) return false;
+    v[0] = d * std::cos(a);
+    v[1] = d * std::sin(a);
     return true;
   }
-  double v[3] = {0.0, 0.0, 0.0};
   int n = 0;
   size_t from = 0;
   for (;;) {
@@ -349,8 +380,49 @@ bool ParsePoint(const std::wstring& typed, double point[3]) {
     if (comma == std::wstring::npos) break;
     from = comma + 1;
   }
-  if (n < 2) return false;
-  if (n == 2) v[2] = relative ? 0.0 : RealVar(L"ELEVATION", 0.0);
+  twoD = n == 2;
+  return n >= 2;
+}
+
+bool WcsToUcs(const double in[3], bool displacement, double out[3]) {
+  resbuf from{}, to{};
+  from.restype = to.restype = RTSHORT;
+  from.resval.rint = 0;
+  to.resval.rint = 1;
+  return acedTrans(in, &from, &to, displacement ? 1 : 0, out) == RTNORM;
+}
+
+}  // namespace
+
+bool ParsePoint(const std::wstring& typed, double point[3]) {
+  std::wstring text = Trim(typed);
+  if (text.empty()) return false;
+  bool relative = false, world = false;
+  if (text[0] == L'@') {
+    relative = true;
+    text = Trim(text.substr(1));
+  }
+  if (!text.empty() && (text[0] == L'*' || (!relative && text[0] == L'#'))) {
+    world = text[0] == L'*';  // "#" only insists on absolute input
+    text = Trim(text.substr(1));
+  }
+  double origin[3] = {0.0, 0.0, 0.0};
+  if (relative) PointVar(L"LASTPOINT", origin);
+  if (text.empty()) {
+    if (!relative) return false;
+    for (int i = 0; i < 3; ++i) point[i] = origin[i];  // "@": the last point itself
+    return true;
+  }
+  double v[3] = {0.0, 0.0, 0.0};
+  bool twoD = false;
+  if (!ParseCoordinates(text, v, twoD)) return false;
+  // A 2D point lies at the current elevation; a 2D offset keeps the z.
+  if (twoD && !relative) v[2] = RealVar(L"ELEVATION", 0.0);
+  if (world) {
+    double ucs[3];
+    if (!WcsToUcs(v, relative, ucs)) return false;
+    for (int i = 0; i < 3; ++i) v[i] = ucs[i];
+  }
   for (int i = 0; i < 3; ++i) point[i] = origin[i] + v[i];
   return true;
 }
@@ -363,12 +435,10 @@ Resolution ResolveSecondPoint(const Request& r, const double first[3], const dou
     const double d = std::sqrt(dx * dx + dy * dy + dz * dz);
     if (!NumberAllowed(r, d, message)) return Resolution::kRefused;
     a.real = d;
-  } else {
-    const double absolute = std::atan2(dy, dx);
-    a.real = r.want == Want::kOrient ? Normalized(absolute) : Normalized(absolute - RealVar(L"ANGBASE", 0.0));
+    a.status = RTNORM;
+    return Resolution::kDone;
   }
-  a.status = RTNORM;
-  return Resolution::kDone;
+  return AngleAnswer(r, std::atan2(dy, dx), a, message);
 }
 
 Resolution Resolve(const Request& r, const Token& t, Answer& a, std::wstring& message) {
@@ -378,14 +448,12 @@ Resolution Resolve(const Request& r, const Token& t, Answer& a, std::wstring& me
       a.status = RTCAN;
       return Resolution::kDone;
     case Token::kEnter:
-      if ((r.flags & kArbitrary)) {
-        a.status = RTKWORD;  // any input, the empty one included
-        return Resolution::kDone;
-      }
       if (r.want == Want::kString) {
         a.status = RTNORM;
         return Resolution::kDone;
       }
+      // Arbitrary input outranks "no null": Enter is then the empty text.
+      if ((r.flags & kArbitrary) && (r.flags & kNoNull)) return KeywordAnswer(a, L"");
       if (r.flags & kNoNull) return Refuse(message, WrongAnswerMessage(r));
       a.status = RTNONE;
       return Resolution::kDone;
@@ -395,7 +463,7 @@ Resolution Resolve(const Request& r, const Token& t, Answer& a, std::wstring& me
     case Token::kInt:
       return FromText(r, t.asText(), a, message);
     case Token::kPoint:
-      if (r.want == Want::kString || r.want == Want::kKword || (WantsNumber(r.want) && r.want != Want::kDist))
+      if (r.want == Want::kString || r.want == Want::kKword || r.want == Want::kInt || r.want == Want::kReal)
         return FromText(r, t.asText(), a, message);
       {
         double p[3] = {t.value[0], t.value[1], t.dim == 3 ? t.value[2] : RealVar(L"ELEVATION", 0.0)};
@@ -403,7 +471,7 @@ Resolution Resolve(const Request& r, const Token& t, Answer& a, std::wstring& me
       }
     case Token::kPick:
     case Token::kEname:
-      if (r.want == Want::kEntity) {
+      if (r.want == Want::kEntity || r.want == Want::kSelect) {
         a.status = RTNORM;
         a.hasName = true;
         a.name[0] = t.name[0];
@@ -417,7 +485,7 @@ Resolution Resolve(const Request& r, const Token& t, Answer& a, std::wstring& me
       }
       return Refuse(message, WrongAnswerMessage(r));
     case Token::kPickset:
-      if (r.want != Want::kEntity) return Refuse(message, WrongAnswerMessage(r));
+      if (r.want != Want::kSelect) return Refuse(message, WrongAnswerMessage(r));
       a.status = RTNORM;
       a.hasName = a.isSet = true;
       a.name[0] = t.name[0];

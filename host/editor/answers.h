@@ -24,8 +24,12 @@ Resolution Resolve(const Request& request, const Token& token, Answer& answer, s
 Resolution ResolveSecondPoint(const Request& request, const double first[3], const double second[3], Answer& answer,
                               std::wstring& message);
 
-// Typed point text (UCS): false when it is not a point. Relative input is
-// measured from LASTPOINT; a 2D point takes the current ELEVATION.
+// Typed point text (UCS): x,y[,z]; polar d<a, cylindrical d<a,z and
+// spherical d<a<b (angles in the current units, from ANGBASE in the
+// ANGDIR sense); "@" before any of them measures from LASTPOINT ("@"
+// alone is LASTPOINT), "*" gives world coordinates, "#" insists on
+// absolute ones. A 2D point takes the current ELEVATION. False when the
+// text is not a point.
 bool ParsePoint(const std::wstring& text, double point[3]);
 
 // The prompt's text for the message the platform gives when an answer is

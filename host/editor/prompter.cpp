@@ -87,6 +87,12 @@ Answer Ask(const Request& r, bool quiet) {
       if (typedText[0] == L'(' || typedText[0] == L'!') {
         if (visible && !in.echoed) Say(typedText);
         in.echoed = true;
+        // A prompt that AutoLISP code asked cannot run AutoLISP itself.
+        if (Host::instance().lisp().evaluating()) {
+          Say(L"\nCan't reenter LISP.");
+          shown = false;
+          continue;
+        }
         in.token = Evaluated(typedText);
       }
     }

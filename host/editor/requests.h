@@ -85,21 +85,25 @@ enum class Want : std::uint8_t {
   kString,     // any text
   kKword,      // one of the keywords
   kEntity,     // an object picked with a point (entsel)
+  kSelect,     // "Select objects:": a pick point, a window mode keyword, an object or a set
   kCommand,    // the "Command:" prompt itself
 };
 
-// The initget bits.
+// The initget bits. Those about drawing on the screen (dashed rubber
+// bands, a UCS that follows faces, tracking in Z, object snaps) change
+// nothing in a host without a screen, but are accepted.
 enum InputFlags : int {
   kNoNull = 1,
   kNoZero = 2,
   kNoNegative = 4,
-  kNoLimits = 8,
+  kNoLimits = 8,       // points outside LIMMIN..LIMMAX even when LIMCHECK is on
   kDashed = 32,
   kIgnoreZ = 64,       // getdist: a distance in the XY plane
   kArbitrary = 128,    // any text is accepted and returned as a keyword
-  kDirectDistance = 256,
-  kDynamicUcs = 512,
-  kNoZOnly = 1024,
+  kDirectDistance = 256,  // a number at a point prompt with a base is a distance first
+  kTrackUcs = 512,
+  kNoOrthoZ = 1024,
+  kNoOsnap = 2048,
 };
 
 struct Request {
@@ -113,7 +117,8 @@ struct Request {
 };
 
 // status: RTNORM with a value, RTNONE for Enter, RTKWORD for a keyword or
-// arbitrary text (in text), RTCAN for cancel.
+// arbitrary text (in text), RTCAN for cancel; RTERROR for a pick that
+// found no object.
 struct Answer {
   int status = 0;
   double point[3] = {0.0, 0.0, 0.0};  // points (UCS); the pick point of an entity

@@ -1,5 +1,8 @@
-// Selection sets from AutoLISP: ssget ssadd ssdel ssname sslength ssmemb.
+// Selection sets from AutoLISP: ssget ssadd ssdel ssname sslength ssmemb,
+// and the pick-first set: sssetfirst ssgetfirst.
+#include <array>
 #include <cmath>
+#include <cwctype>
 
 #include "arx/acedads.h"
 #include "arx/acutads.h"
@@ -112,32 +115,92 @@ class FilterChain {
 
 bool LooksLikeFilter(const ValuePtr& v) {
   Args items;
-  return ListElements(v, items) && !items.empty() && IsCons(items[0]) && Is(AsCons(items[0])->car, Kind::Int);
+  return ListElements(v, items) && !items.empty() && IsCons(items[0]) && Is(AsCons(items[0])->car, Kind::Int) &&
+         !PointOf(items[0], std::array<double, 3>().data());
 }
 
-// (ssget [mode] [pt1 [pt2]] [filter])
+// The letters that name a mode ("_WP" is WP, ":S" none).
+std::wstring ModeName(const std::wstring& mode) {
+  std::wstring name;
+  for (size_t i = 0; i < mode.size(); ++i) {
+    if (mode[i] == L':') ++i;  // an option letter follows
+    else if (std::iswalpha(mode[i])) name += static_cast<wchar_t>(std::towupper(mode[i]));
+  }
+  return name;
+}
+
+// A chain of RTPOINT / RT3DPOINT nodes from a list of points.
+resbuf* PointChain(Machine& m, const ValuePtr& list) {
+  Args pts;
+  if (!ListElements(list, pts) || pts.empty()) m.badArgument(L"listp ", list);
+  resbuf** tail = nullptr;
+  resbuf* head = nullptr;
+  for (const ValuePtr& v : pts) {
+    double p[3];
+    if (!PointOf(v, p)) {
+      acutRelRb(head);
+      m.badArgument(L"2D/3D point: ", v);
+    }
+    resbuf* rb = acutNewRb(RT3DPOINT);
+    if (!rb) {
+      acutRelRb(head);
+      m.raise(L"insufficient memory");
+    }
+    for (int i = 0; i < 3; ++i) rb->resval.rpoint[i] = p[i];
+    if (tail) *tail = rb;
+    else head = rb;
+    tail = &rb->rbnext;
+  }
+  return head;
+}
+
+// (ssget [mode] [pt1 [pt2]] [filter]): F, WP and CP take a list of points,
+// W and C two points, no mode one point (a pick there) or none (the
+// "Select objects:" prompt).
 ValuePtr SsGet(Machine& m, Args& a) {
   size_t i = 0;
   std::wstring mode;
   if (i < a.size() && Is(a[i], Kind::Str)) mode = As<StrValue>(a[i++])->value;
+  const std::wstring name = ModeName(mode);
   double pts[2][3];
   int npts = 0;
+  const bool takesPolygon = name == L"F" || name == L"WP" || name == L"CP";
+  if (takesPolygon && i >= a.size()) m.raise(L"too few arguments");
+  ChainHolder polygon(takesPolygon ? PointChain(m, a[i++]) : nullptr);
   FilterChain filter(m);
   bool haveFilter = false;
   for (; i < a.size(); ++i) {
     if (i + 1 == a.size() && LooksLikeFilter(a[i])) {
       for (const ValuePtr& g : ListArg(m, a[i])) filter.addGroup(g);
       haveFilter = true;
-    } else if (npts < 2 && PointOf(a[i], pts[npts])) {
+    } else if (!polygon.get() && npts < 2 && PointOf(a[i], pts[npts])) {
       ++npts;
     } else {
       m.badArgument(L"point: ", a[i]);
     }
   }
+  const void* pt1 = polygon.get() ? static_cast<const void*>(polygon.get()) : npts > 0 ? pts[0] : nullptr;
   ads_name ss;
-  const int status = acedSSGet(mode.empty() ? nullptr : mode.c_str(), npts > 0 ? pts[0] : nullptr,
-                               npts > 1 ? pts[1] : nullptr, haveFilter ? filter.head() : nullptr, ss);
+  const int status = acedSSGet(mode.empty() ? nullptr : mode.c_str(), pt1, npts > 1 ? pts[1] : nullptr,
+                               haveFilter ? filter.head() : nullptr, ss);
+  if (status == RTCAN) m.raise(L"Function cancelled");
   return status == RTNORM ? Pickset(ss) : nullptr;
+}
+
+// (sssetfirst gripset [pickset]): the grip set is ignored.
+ValuePtr SsSetFirst(Machine& m, Args& a) {
+  const ValuePtr set = a.size() > 1 ? a[1] : nullptr;
+  const std::int64_t* name = set ? SetArg(m, set) : nullptr;
+  if (acedSSSetFirst(name, nullptr) != RTNORM) return nullptr;
+  return ListOf({nullptr, set});
+}
+
+ValuePtr SsGetFirst(Machine&, Args&) {
+  resbuf* grips = nullptr;
+  resbuf* picked = nullptr;
+  if (acedSSGetFirst(&grips, &picked) != RTNORM) return nullptr;
+  ChainHolder holdGrips(grips), holdPicked(picked);
+  return ListOf({nullptr, picked ? Pickset(picked->resval.rlname) : nullptr});
 }
 
 ValuePtr SsAdd(Machine& m, Args& a) {
@@ -181,6 +244,8 @@ void RegisterSelectionBuiltins(Machine& m) {
   m.defineBuiltin(L"SSNAME", SsName, 2, 2);
   m.defineBuiltin(L"SSLENGTH", SsLength, 1, 1);
   m.defineBuiltin(L"SSMEMB", SsMemb, 2, 2);
+  m.defineBuiltin(L"SSSETFIRST", SsSetFirst, 1, 2);
+  m.defineBuiltin(L"SSGETFIRST", SsGetFirst, 0, 0);
 }
 
 }  // namespace kelhost::lisp

@@ -36,6 +36,7 @@ Interpreter::Impl::Impl() {
   RegisterSysvarBuiltins(*this);
   RegisterSelectionBuiltins(*this);
   RegisterCommandBuiltins(*this);
+  RegisterInputBuiltins(*this);
 }
 
 // Symbol values may refer back to their symbols (T is its own value): drop

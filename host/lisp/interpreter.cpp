@@ -66,6 +66,8 @@ void Interpreter::setOutput(std::function<void(const std::wstring&)> sink) { mIm
 void Interpreter::setExternalHandler(ExternalHandler* handler) { mImpl->handler = handler; }
 void Interpreter::setOptions(const Options& options) { mImpl->options = options; }
 
+bool Interpreter::evaluating() const { return mImpl->depth > 0; }
+
 bool Interpreter::evalSource(const std::wstring& source, const std::function<void(const Outcome&)>& onEach) {
   Machine& m = *mImpl;
   EntryScope entry(m);

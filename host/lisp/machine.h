@@ -151,5 +151,6 @@ void RegisterEntityBuiltins(Machine& m);
 void RegisterSysvarBuiltins(Machine& m);
 void RegisterSelectionBuiltins(Machine& m);
 void RegisterCommandBuiltins(Machine& m);
+void RegisterInputBuiltins(Machine& m);
 
 }  // namespace kelhost::lisp

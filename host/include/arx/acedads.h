@@ -2,6 +2,8 @@
 // and return values, and AutoLISP symbols.
 #pragma once
 
+#include <cstddef>
+
 #include "adsdef.h"
 
 // Defines an external AutoLISP function for the calling application in the
@@ -51,14 +53,92 @@ int acedPrompt(const ACHAR* str);
 int acedGetVar(const ACHAR* sym, resbuf* result);
 int acedSetVar(const ACHAR* sym, const resbuf* val);
 
+// User input. Every call shows its prompt (none for a null prompt) and
+// takes the answer from the running command's call or from the user, as a
+// command's prompts do. Points are in the current UCS; a base point pt
+// (null for none) starts a rubber band, and for distances and angles is
+// the first of the two points. Return codes: RTNORM with the value in
+// result; RTNONE for Enter; RTKWORD for a keyword or arbitrary text
+// (acedGetInput gives it); RTCAN when cancelled; RTERROR for a bad call.
+
+// The conditions of acedInitGet (val: these bits, or-ed). Those about the
+// screen (dashed bands, UCS tracking, Z tracking, object snaps) are taken
+// and change nothing in a host without one.
+#define RSG_NONULL 0x0001      // Enter is refused
+#define RSG_NOZERO 0x0002      // zero is refused
+#define RSG_NONEG 0x0004       // a negative number is refused
+#define RSG_NOLIM 0x0008       // points outside the limits even when LIMCHECK is on
+#define RSG_DASH 0x0020        // dashed rubber band
+#define RSG_2D 0x0040          // acedGetDist: the distance in the XY plane
+#define RSG_OTHER 0x0080       // any text is taken (RTKWORD); with RSG_NONULL, Enter is ""
+#define RSG_DDISTFIRST 0x0100  // a number at a point prompt is a distance before arbitrary text
+#define RSG_TRACKUCS 0x0200
+#define RSG_NOORTHOZ 0x0400
+#define RSG_NOOSNAP 0x0800
+
+// Sets the conditions and keywords (kwl, may be null) of the next input
+// call only; it clears them whatever happens. Keywords are separated by
+// spaces; capitals mark the shortest form ("LType") or the form follows a
+// comma ("LTYPE,LT"); local names, "_", then the global names returned
+// ("Ja Nein _ Yes No"). RTNORM.
+int acedInitGet(int val, const ACHAR* kwl);
+int acedGetPoint(const ads_point pt, const ACHAR* prompt, ads_point result);
+// The other corner of a rectangle from pt (required).
+int acedGetCorner(const ads_point pt, const ACHAR* prompt, ads_point result);
+// A distance: a number in the current units, or two points.
+int acedGetDist(const ads_point pt, const ACHAR* prompt, ads_real* result);
+// An angle in radians measured from ANGBASE anticlockwise (typed in the
+// current angle units, which follow ANGBASE and ANGDIR).
+int acedGetAngle(const ads_point pt, const ACHAR* prompt, ads_real* result);
+// The same, measured from east whatever ANGBASE and ANGDIR are.
+int acedGetOrient(const ads_point pt, const ACHAR* prompt, ads_real* result);
+int acedGetReal(const ACHAR* prompt, ads_real* result);
+// An integer from -32768 to 32767.
+int acedGetInt(const ACHAR* prompt, int* result);
+// Text (Enter is RTNORM with ""). cronly nonzero: a space belongs to the
+// text and only Enter ends it. The acedInitGet conditions do not apply.
+// Without bufsize result holds at least 133 characters and receives at
+// most 132; with bufsize, text that does not fit is cut and the call
+// returns RTINPUTTRUNCATED.
+int acedGetString(int cronly, const ACHAR* prompt, ACHAR* result);
+int acedGetString(int cronly, const ACHAR* prompt, ACHAR* result, size_t bufsize);
+// One of the keywords set by acedInitGet, as listed there (RTNORM);
+// RTNONE for Enter; RTERROR when no keywords were set. Without bufsize
+// result holds at least 132 characters.
+int acedGetKword(const ACHAR* prompt, ACHAR* result);
+int acedGetKword(const ACHAR* prompt, ACHAR* result, size_t bufsize);
+// The keyword or arbitrary text of the input call just made, when it
+// returned RTKWORD (RTNORM); RTERROR otherwise.
+int acedGetInput(ACHAR* str);
+int acedGetInput(ACHAR* str, size_t bufsize);
+// An object picked with a point (default prompt "\nSelect object: "):
+// RTNORM with its name and the pick point; RTERROR when nothing was picked
+// (ERRNO 7) or for Enter (ERRNO 52); RTKWORD, RTCAN.
+int acedEntSel(const ACHAR* str, ads_name entres, ads_point ptres);
+
 // Selection sets. A set's name is an ads_name (RTPICKS); word 0 numbers
 // the set. acedSSGet modes: "X" every entity of the drawing, "W"/"C" the
 // entities of the current space inside / crossing the window pt1-pt2
 // (points are ads_real[3]), "L" the last entity, "P" the previous set
-// ("_" prefixes allowed); an optional filter list narrows any mode. Sets
-// from "X", "W" and "C" list the newest entity first. RTNORM with a new
-// set in ss, RTERROR when nothing is selected or the arguments are bad.
+// ("_" prefixes allowed); "F", "WP", "CP" the entities crossing the fence
+// / inside / inside or crossing the polygon whose points (UCS) pt1 gives
+// as a chain of RTPOINT or RT3DPOINT nodes; "I" the pick-first set; a
+// null (or empty) str with pt1 the object picked at that point, and with
+// no pt1 the "Select objects:" prompt (":S" for a single selection) until
+// Enter. Only visible objects of the current space are taken, except by
+// "X". An optional filter list narrows any mode. Sets from "X", "W" and "C"
+// list the newest entity first. RTNORM with a new set in ss, RTERROR when
+// nothing is selected or the arguments are bad, RTCAN when the user
+// cancelled.
 int acedSSGet(const ACHAR* str, const void* pt1, const void* pt2, const resbuf* filter, ads_name ss);
+// The pick-first set (the objects selected when no command runs): pset a
+// set to select, or null to select nothing (unused must be null). RTNORM;
+// RTERROR for a name that is no set.
+int acedSSSetFirst(const ads_name pset, const ads_name unused);
+// *gset is null (grips on unselected objects are gone); *pset a new
+// RTPICKS node holding a new set of the pick-first objects, or null when
+// none is selected. The caller releases the nodes (acutRelRb) and the set.
+int acedSSGetFirst(resbuf** gset, resbuf** pset);
 int acedSSFree(const ads_name sname);
 int acedSSLength(const ads_name sname, Adesk::Int32* len);
 // With ename and sname null a new empty set; with sname null a new set of

@@ -66,6 +66,9 @@ class Interpreter {
   void setOutput(std::function<void(const std::wstring&)> sink);
   void setExternalHandler(ExternalHandler* handler);
   void setOptions(const Options& options);
+  // True while an expression is being evaluated (a prompt asked from
+  // AutoLISP code cannot evaluate another one).
+  bool evaluating() const;
 
   // Reads and evaluates every expression of source in order, calling
   // onEach after each top-level expression. Stops at the first error
