@@ -55,10 +55,9 @@ bool FromEnds(CommandContext& c, const double start[3], const double end[3], Pla
   return ArcStartEndRadius(Flat(start), Flat(end), r.real, arc);
 }
 
-void RunArc(CommandContext& c) {
-  PlaneArc arc;
-  bool made = false;
-  double z = 0;
+// The arc the answers describe, and the height of its plane; false for
+// impossible geometry.
+bool AskArc(CommandContext& c, PlaneArc& arc, double& z) {
   for (;;) {
     const Answer first = c.askPoint(L"\nSpecify start point of arc or [Center]: ", L"Center");
     if (first.status == RTNONE) {
@@ -70,30 +69,34 @@ void RunArc(CommandContext& c) {
       z = k.point[2];
       const AcGePoint2d end =
           AskPlanePoint(c, L"\nSpecify end point of arc (hold Ctrl to switch direction): ", k.point);
-      made = ArcStartTangentEnd(Flat(k.point), k.direction, end, arc);
-    } else if (first.status == RTKWORD) {
+      return ArcStartTangentEnd(Flat(k.point), k.direction, end, arc);
+    }
+    if (first.status == RTKWORD) {
       const Answer center = c.askPoint(L"\nSpecify center point of arc: ", L"", kNoNull);
       const Answer start = c.askPoint(L"\nSpecify start point of arc: ", L"", kNoNull, center.point);
       z = start.point[2];
-      made = EndFromCenter(c, start.point, center.point, arc);
-    } else {
-      z = first.point[2];
-      const Answer second =
-          c.askPoint(L"\nSpecify second point of arc or [Center/End]: ", L"Center End", kNoNull, first.point);
-      if (second.status == RTNORM) {
-        const AcGePoint2d end = AskPlanePoint(c, L"\nSpecify end point of arc: ", second.point);
-        made = ArcThroughPoints(Flat(first.point), Flat(second.point), end, arc);
-      } else if (second.text == L"Center") {
-        const Answer center = c.askPoint(L"\nSpecify center point of arc: ", L"", kNoNull, first.point);
-        made = EndFromCenter(c, first.point, center.point, arc);
-      } else {
-        const Answer end = c.askPoint(L"\nSpecify end point of arc: ", L"", kNoNull, first.point);
-        made = FromEnds(c, first.point, end.point, arc);
-      }
+      return EndFromCenter(c, start.point, center.point, arc);
     }
-    break;
+    z = first.point[2];
+    const Answer second =
+        c.askPoint(L"\nSpecify second point of arc or [Center/End]: ", L"Center End", kNoNull, first.point);
+    if (second.status == RTNORM) {
+      const AcGePoint2d end = AskPlanePoint(c, L"\nSpecify end point of arc: ", second.point);
+      return ArcThroughPoints(Flat(first.point), Flat(second.point), end, arc);
+    }
+    if (second.text == L"Center") {
+      const Answer center = c.askPoint(L"\nSpecify center point of arc: ", L"", kNoNull, first.point);
+      return EndFromCenter(c, first.point, center.point, arc);
+    }
+    const Answer end = c.askPoint(L"\nSpecify end point of arc: ", L"", kNoNull, first.point);
+    return FromEnds(c, first.point, end.point, arc);
   }
-  if (!made) c.fail(L"\n*Invalid*");
+}
+
+void RunArc(CommandContext& c) {
+  PlaneArc arc;
+  double z = 0;
+  if (!AskArc(c, arc, z)) c.fail(L"\n*Invalid*");
   AppendToCurrentSpace(MakeArc(arc, z));
   RememberArcEnd(arc, z);
 }

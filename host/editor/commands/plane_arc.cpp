@@ -63,6 +63,8 @@ bool ArcThroughPoints(const AcGePoint2d& a, const AcGePoint2d& b, const AcGePoin
   arc.startAngle = AngleOf(a - arc.center);
   const double endAngle = AngleOf(c - arc.center);
   arc.sweep = cross > 0 ? NormalizedAngle(endAngle - arc.startAngle) : -NormalizedAngle(arc.startAngle - endAngle);
+  arc.endGiven = true;
+  arc.givenEnd = c;
   return true;
 }
 
@@ -81,6 +83,7 @@ bool ArcStartCenterAngle(const AcGePoint2d& start, const AcGePoint2d& center, do
   arc.radius = r;
   arc.startAngle = AngleOf(start - center);
   arc.sweep = included;
+  arc.endGiven = false;
   return true;
 }
 
@@ -99,10 +102,15 @@ bool ArcStartEndAngle(const AcGePoint2d& start, const AcGePoint2d& end, double i
   const AcGeVector2d left(-chord.y / length, chord.x / length);
   // The center sits left of the chord for an anticlockwise minor arc and
   // crosses over as the arc grows past a half circle or turns clockwise.
-  arc.center = start + chord * 0.5 + left * (half / std::tan(included / 2));
+  // (A half circle's center is the chord's midpoint exactly.)
+  const double cosHalf = std::cos(included / 2);
+  const double offset = std::fabs(cosHalf) < 1e-15 ? 0.0 : half * cosHalf / std::sin(included / 2);
+  arc.center = start + chord * 0.5 + left * offset;
   arc.radius = half / std::fabs(std::sin(included / 2));
   arc.startAngle = AngleOf(start - arc.center);
   arc.sweep = included;
+  arc.endGiven = true;
+  arc.givenEnd = end;
   return true;
 }
 

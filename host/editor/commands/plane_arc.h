@@ -16,10 +16,14 @@ struct PlaneArc {
   double radius = 0.0;
   double startAngle = 0.0;  // of the start point, seen from the center
   double sweep = 0.0;       // signed: positive anticlockwise
+  // The end point exactly as given, for the constructions given one (the
+  // end computed from the angles may be off in the last bits).
+  bool endGiven = false;
+  AcGePoint2d givenEnd;
 
   AcGePoint2d pointAt(double angle) const;
   AcGePoint2d start() const { return pointAt(startAngle); }
-  AcGePoint2d end() const { return pointAt(startAngle + sweep); }
+  AcGePoint2d end() const { return endGiven ? givenEnd : pointAt(startAngle + sweep); }
   // Directions of travel (angles) at the ends.
   double startTangent() const;
   double endTangent() const;
