@@ -37,18 +37,18 @@ bool EndFromCenter(CommandContext& c, const double start[3], const double center
 
 // After a start point and an end point.
 bool FromEnds(CommandContext& c, const double start[3], const double end[3], PlaneArc& arc) {
-  const Answer a = c.askPoint(
-      L"\nSpecify center point of arc (hold Ctrl to switch direction) or [Angle/Direction/Radius]: ",
-      L"Angle Direction Radius", kNoNull, end);
+  const Answer a =
+      c.askPoint(L"\nSpecify center point of arc (hold Ctrl to switch direction) or [Angle/Direction/Radius]: ",
+                 L"Angle Direction Radius", kNoNull, end);
   if (a.status == RTNORM) return ArcStartCenterEnd(Flat(start), Flat(a.point), Flat(end), arc);
   if (a.text == L"Angle") {
     const double angle = AskIncludedAngle(c, L"\nSpecify included angle (hold Ctrl to switch direction): ", start);
     return ArcStartEndAngle(Flat(start), Flat(end), angle, arc);
   }
   if (a.text == L"Direction") {
-    const Answer d = AskDirection(
-        c, L"\nSpecify tangent direction for the start point of arc (hold Ctrl to switch direction): ", start, L"",
-        kNoNull);
+    const Answer d =
+        AskDirection(c, L"\nSpecify tangent direction for the start point of arc (hold Ctrl to switch direction): ",
+                     start, L"", kNoNull);
     return ArcStartTangentEnd(Flat(start), d.real, Flat(end), arc);
   }
   const Answer r = c.askDist(L"\nSpecify radius of arc (hold Ctrl to switch direction): ", L"", kNoNull, end);

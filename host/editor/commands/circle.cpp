@@ -49,8 +49,8 @@ PlaneEntity AskTangentObject(CommandContext& c, const std::wstring& prompt, AcGe
 }
 
 void RunCircle(CommandContext& c) {
-  const Answer first = c.askPoint(L"\nSpecify center point for circle or [3P/2P/Ttr (tan tan radius)]: ",
-                                  L"3P,3P 2P,2P Ttr", kNoNull);
+  const Answer first =
+      c.askPoint(L"\nSpecify center point for circle or [3P/2P/Ttr (tan tan radius)]: ", L"3P,3P 2P,2P Ttr", kNoNull);
   AcGePoint2d center;
   double radius = 0, z = first.point[2];
   if (first.status == RTNORM) {

@@ -40,9 +40,8 @@ void AskRadius(CommandContext& c) {
 }
 
 void AskTrimMode(CommandContext& c) {
-  const Answer a = c.askKeyword(L"\nEnter Trim mode option [Trim/No trim]" + Default(Trimming() ? L"Trim" : L"No trim") +
-                                    L": ",
-                                L"Trim Notrim");
+  const Answer a = c.askKeyword(
+      L"\nEnter Trim mode option [Trim/No trim]" + Default(Trimming() ? L"Trim" : L"No trim") + L": ", L"Trim Notrim");
   if (a.status != RTKWORD) return;
   resbuf rb{};
   rb.restype = RTSHORT;
@@ -118,23 +117,56 @@ bool FilletPolyline(CommandContext& c) {
     }
     const PolylineFillets done = FilletPolylineVertices(*pline, FilletRad());
     pline->close();
-    c.print(L"\n" + std::to_wstring(done.filleted) + (done.filleted == 1 ? L" line was filleted" : L" lines were filleted"));
-    if (done.tooShort > 0) c.print(L"\n" + std::to_wstring(done.tooShort) + (done.tooShort == 1 ? L" was too short" : L" were too short"));
+    c.print(L"\n" + std::to_wstring(done.filleted) +
+            (done.filleted == 1 ? L" line was filleted" : L" lines were filleted"));
+    if (done.tooShort > 0)
+      c.print(L"\n" + std::to_wstring(done.tooShort) + (done.tooShort == 1 ? L" was too short" : L" were too short"));
     return true;
   }
 }
 
+// Multiple's Undo: the last fillet taken back.
+void UndoLast(CommandContext& c, std::vector<Done>& done) {
+  if (done.empty()) {
+    c.print(L"\nCommand has been completely undone.");
+    return;
+  }
+  WritePlaneEntity(done.back().first);
+  WritePlaneEntity(done.back().second);
+  if (!done.back().arc.isNull()) EraseEntity(done.back().arc);
+  done.pop_back();
+}
+
+// An option of the first prompt; false when it ends the command (a
+// polyline filleted outside Multiple).
+bool Option(CommandContext& c, const std::wstring& keyword, bool& multiple, std::vector<Done>& done) {
+  if (keyword == L"Radius")
+    AskRadius(c);
+  else if (keyword == L"Trim")
+    AskTrimMode(c);
+  else if (keyword == L"Multiple")
+    multiple = true;
+  else if (keyword == L"Polyline")
+    return !FilletPolyline(c) || multiple;
+  else
+    UndoLast(c, done);
+  return true;
+}
+
 std::wstring ProblemText(FilletProblem p) {
   switch (p) {
-    case FilletProblem::kRadiusTooLarge: return L"\nRadius is too large";
-    case FilletProblem::kParallel: return L"\nLines are parallel";
-    default: return L"\n*Invalid*";
+    case FilletProblem::kRadiusTooLarge:
+      return L"\nRadius is too large";
+    case FilletProblem::kParallel:
+      return L"\nLines are parallel";
+    default:
+      return L"\n*Invalid*";
   }
 }
 
 void RunFillet(CommandContext& c) {
-  c.print(L"\nCurrent settings: Mode = " + std::wstring(Trimming() ? L"TRIM" : L"NOTRIM") +
-          L", Radius = " + DistanceText(FilletRad()));
+  c.print(L"\nCurrent settings: Mode = " + std::wstring(Trimming() ? L"TRIM" : L"NOTRIM") + L", Radius = " +
+          DistanceText(FilletRad()));
   bool multiple = false;
   std::vector<Done> done;
   for (;;) {
@@ -142,20 +174,7 @@ void RunFillet(CommandContext& c) {
                                  L"Undo Polyline Radius Trim Multiple");
     if (first.answer.status == RTNONE) return;
     if (first.answer.status == RTKWORD) {
-      const std::wstring& k = first.answer.text;
-      if (k == L"Radius") AskRadius(c);
-      else if (k == L"Trim") AskTrimMode(c);
-      else if (k == L"Multiple") multiple = true;
-      else if (k == L"Polyline") {
-        if (FilletPolyline(c) && !multiple) return;
-      }
-      else if (done.empty()) c.print(L"\nCommand has been completely undone.");
-      else {
-        WritePlaneEntity(done.back().first);
-        WritePlaneEntity(done.back().second);
-        if (!done.back().arc.isNull()) EraseEntity(done.back().arc);
-        done.pop_back();
-      }
+      if (!Option(c, first.answer.text, multiple, done)) return;
       continue;
     }
     Pick second;

@@ -96,8 +96,8 @@ FilletProblem ParallelLines(const PlaneEntity& l1, const AcGePoint2d& pick1, con
   return FilletProblem::kNone;
 }
 
-FilletProblem TwoLines(const PlaneEntity& l1, const AcGePoint2d& pick1, const PlaneEntity& l2,
-                       const AcGePoint2d& pick2, double radius, Fillet& out) {
+FilletProblem TwoLines(const PlaneEntity& l1, const AcGePoint2d& pick1, const PlaneEntity& l2, const AcGePoint2d& pick2,
+                       double radius, Fillet& out) {
   const std::vector<AcGePoint2d> x = Intersections(l1.curve(), l2.curve());
   if (x.empty()) return ParallelLines(l1, pick1, l2, radius, out);
   const AcGeVector2d d1 = KeptFrom(l1, x[0], pick1), d2 = KeptFrom(l2, x[0], pick2);

@@ -15,7 +15,7 @@ namespace kelhost::editor {
 struct Fillet {
   PlaneEntity first, second;  // as they become when trimmed (circles stay)
   bool hasArc = false;
-  PlaneArc arc;               // from the first object to the second
+  PlaneArc arc;  // from the first object to the second
 };
 
 enum class FilletProblem {

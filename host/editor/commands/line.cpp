@@ -62,8 +62,9 @@ void RunLine(CommandContext& c) {
   if (tangentFirst) draw(to);
   for (;;) {
     const bool canClose = segments.size() >= 2;
-    const Answer a = c.askPoint(canClose ? L"\nSpecify next point or [Close/Undo]: " : L"\nSpecify next point or [Undo]: ",
-                                canClose ? L"Close Undo" : L"Undo", 0, current);
+    const Answer a =
+        c.askPoint(canClose ? L"\nSpecify next point or [Close/Undo]: " : L"\nSpecify next point or [Undo]: ",
+                   canClose ? L"Close Undo" : L"Undo", 0, current);
     if (a.status == RTNONE) break;
     if (a.status == RTKWORD && a.text == L"Undo") {
       if (segments.empty()) {

@@ -40,9 +40,7 @@ AcGePoint2d PlaneArc::pointAt(double angle) const { return center + Direction(an
 
 double PlaneArc::startTangent() const { return NormalizedAngle(startAngle + (sweep > 0 ? kPi / 2 : -kPi / 2)); }
 
-double PlaneArc::endTangent() const {
-  return NormalizedAngle(startAngle + sweep + (sweep > 0 ? kPi / 2 : -kPi / 2));
-}
+double PlaneArc::endTangent() const { return NormalizedAngle(startAngle + sweep + (sweep > 0 ? kPi / 2 : -kPi / 2)); }
 
 double PlaneArc::bulge() const { return std::tan(sweep / 4); }
 
@@ -68,8 +66,7 @@ bool ArcThroughPoints(const AcGePoint2d& a, const AcGePoint2d& b, const AcGePoin
   return true;
 }
 
-bool ArcStartCenterEnd(const AcGePoint2d& start, const AcGePoint2d& center, const AcGePoint2d& toward,
-                       PlaneArc& arc) {
+bool ArcStartCenterEnd(const AcGePoint2d& start, const AcGePoint2d& center, const AcGePoint2d& toward, PlaneArc& arc) {
   const AcGeVector2d toEnd = toward - center;
   if (toEnd.isZeroLength()) return false;
   const double sweep = NormalizedAngle(AngleOf(toEnd) - AngleOf(start - center));

@@ -44,8 +44,7 @@ AcGeVector2d Direction(double angle);
 // zero angle.
 bool ArcThroughPoints(const AcGePoint2d& start, const AcGePoint2d& second, const AcGePoint2d& end, PlaneArc& arc);
 // Anticlockwise from start round center to the ray through toward.
-bool ArcStartCenterEnd(const AcGePoint2d& start, const AcGePoint2d& center, const AcGePoint2d& toward,
-                       PlaneArc& arc);
+bool ArcStartCenterEnd(const AcGePoint2d& start, const AcGePoint2d& center, const AcGePoint2d& toward, PlaneArc& arc);
 bool ArcStartCenterAngle(const AcGePoint2d& start, const AcGePoint2d& center, double included, PlaneArc& arc);
 // Anticlockwise; a positive chord gives the minor arc, a negative one the major.
 bool ArcStartCenterChord(const AcGePoint2d& start, const AcGePoint2d& center, double chord, PlaneArc& arc);

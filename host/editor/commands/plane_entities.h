@@ -35,9 +35,9 @@ struct PlaneEntity {
   Kind kind = kLine;
   AcDbObjectId id;
   AcDbObjectId layer;
-  AcGePoint2d start, end;       // a line's ends
+  AcGePoint2d start, end;  // a line's ends
   double startZ = 0.0, endZ = 0.0;
-  AcGePoint2d center;           // arcs and circles
+  AcGePoint2d center;  // arcs and circles
   double radius = 0.0;
   double from = 0.0, to = 0.0;  // an arc, anticlockwise in the plane
   double z = 0.0;

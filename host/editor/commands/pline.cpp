@@ -10,8 +10,8 @@
 #include "editor/commands/continuation.h"
 #include "editor/commands/draw_prompts.h"
 #include "editor/commands/drawing_support.h"
-#include "editor/commands/pline_draft.h"
 #include "editor/commands/plane_entities.h"
+#include "editor/commands/pline_draft.h"
 
 namespace kelhost::editor {
 namespace {
@@ -48,10 +48,10 @@ bool DrawLines(CommandContext& c, PlineDraft& d) {
     double here[3];
     d.currentPoint(here);
     const bool canClose = !d.segments.empty();
-    const Answer a = c.askPoint(canClose ? L"\nSpecify next point or [Arc/Close/Halfwidth/Length/Undo/Width]: "
-                                         : L"\nSpecify next point or [Arc/Halfwidth/Length/Undo/Width]: ",
-                                canClose ? L"Arc Close Halfwidth Length Undo Width" : L"Arc Halfwidth Length Undo Width",
-                                0, here);
+    const Answer a =
+        c.askPoint(canClose ? L"\nSpecify next point or [Arc/Close/Halfwidth/Length/Undo/Width]: "
+                            : L"\nSpecify next point or [Arc/Halfwidth/Length/Undo/Width]: ",
+                   canClose ? L"Arc Close Halfwidth Length Undo Width" : L"Arc Halfwidth Length Undo Width", 0, here);
     if (a.status == RTNONE) return true;
     if (a.status == RTNORM) {
       d.addLine(AcGePoint2d(a.point[0], a.point[1]));
@@ -159,12 +159,12 @@ void AskWidths(CommandContext& c, PlineDraft& d, bool half) {
   const wchar_t* kind = half ? L"half-width" : L"width";
   double here[3];
   d.currentPoint(here);
-  const Answer first = c.askDist(L"\nSpecify starting " + std::wstring(kind) + Default(DistanceText(d.startWidth * scale)) +
-                                     L": ",
-                                 L"", kNoNegative, here);
+  const Answer first =
+      c.askDist(L"\nSpecify starting " + std::wstring(kind) + Default(DistanceText(d.startWidth * scale)) + L": ", L"",
+                kNoNegative, here);
   const double start = first.status == RTNORM ? first.real / scale : d.startWidth;
-  const Answer second = c.askDist(L"\nSpecify ending " + std::wstring(kind) + Default(DistanceText(start * scale)) + L": ",
-                                  L"", kNoNegative, here);
+  const Answer second = c.askDist(
+      L"\nSpecify ending " + std::wstring(kind) + Default(DistanceText(start * scale)) + L": ", L"", kNoNegative, here);
   const double end = second.status == RTNORM ? second.real / scale : start;
   d.startWidth = start;
   d.endWidth = end;

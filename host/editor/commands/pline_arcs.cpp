@@ -23,8 +23,8 @@ AcGePoint2d AskPlanePoint(CommandContext& c, const std::wstring& prompt, const d
 // the one that keeps the arc tangent to the last segment.
 double AskChordDirection(CommandContext& c, const PlineDraft& d, double included, const double here[3]) {
   const double tangentChord = NormalizedAngle(d.direction + included / 2);
-  const Answer a = AskDirection(c, L"\nSpecify direction of chord for arc" + Default(AngleText(tangentChord)) + L": ",
-                                here);
+  const Answer a =
+      AskDirection(c, L"\nSpecify direction of chord for arc" + Default(AngleText(tangentChord)) + L": ", here);
   return a.status == RTNORM ? a.real : tangentChord;
 }
 
@@ -82,14 +82,14 @@ bool DrawPlineArcs(CommandContext& c, PlineDraft& d) {
     double here[3];
     d.currentPoint(here);
     const bool canClose = !d.segments.empty();
-    const Answer a = c.askPoint(
-        canClose ? L"\nSpecify endpoint of arc (hold Ctrl to switch direction) or\n"
-                   L"[Angle/CEnter/CLose/Direction/Halfwidth/Line/Radius/Second pt/Undo/Width]: "
-                 : L"\nSpecify endpoint of arc (hold Ctrl to switch direction) or\n"
-                   L"[Angle/CEnter/Direction/Halfwidth/Line/Radius/Second pt/Undo/Width]: ",
-        canClose ? L"Angle CEnter CLose Direction Halfwidth Line Radius Second Undo Width"
-                 : L"Angle CEnter Direction Halfwidth Line Radius Second Undo Width",
-        0, here);
+    const Answer a =
+        c.askPoint(canClose ? L"\nSpecify endpoint of arc (hold Ctrl to switch direction) or\n"
+                              L"[Angle/CEnter/CLose/Direction/Halfwidth/Line/Radius/Second pt/Undo/Width]: "
+                            : L"\nSpecify endpoint of arc (hold Ctrl to switch direction) or\n"
+                              L"[Angle/CEnter/Direction/Halfwidth/Line/Radius/Second pt/Undo/Width]: ",
+                   canClose ? L"Angle CEnter CLose Direction Halfwidth Line Radius Second Undo Width"
+                            : L"Angle CEnter Direction Halfwidth Line Radius Second Undo Width",
+                   0, here);
     if (a.status == RTNONE) return true;
     PlaneArc arc;
     bool made = false, straight = false;
@@ -107,8 +107,10 @@ bool DrawPlineArcs(CommandContext& c, PlineDraft& d) {
     } else if (a.text == L"CLose") {
       // The start straight ahead closes with a line.
       if (ArcStartTangentEnd(d.current, d.direction, d.start, arc, &straight) || straight) {
-        if (straight) d.addLine(d.start);
-        else d.addArc(arc);
+        if (straight)
+          d.addLine(d.start);
+        else
+          d.addArc(arc);
         d.closed = true;
         return true;
       }
@@ -117,8 +119,8 @@ bool DrawPlineArcs(CommandContext& c, PlineDraft& d) {
     } else if (a.text == L"CEnter") {
       made = CenterOption(c, d, here, arc);
     } else if (a.text == L"Direction") {
-      const Answer dir = AskDirection(c, L"\nSpecify the tangent direction for the start point of arc: ", here, L"",
-                                      kNoNull);
+      const Answer dir =
+          AskDirection(c, L"\nSpecify the tangent direction for the start point of arc: ", here, L"", kNoNull);
       const AcGePoint2d end = AskPlanePoint(c, L"\nSpecify endpoint of the arc: ", here);
       made = ArcStartTangentEnd(d.current, dir.real, end, arc, &straight);
       if (straight) d.addLine(end);
@@ -129,8 +131,10 @@ bool DrawPlineArcs(CommandContext& c, PlineDraft& d) {
       const AcGePoint2d end = AskPlanePoint(c, L"\nSpecify end point of arc: ", second.point);
       made = ArcThroughPoints(d.current, Flat(second.point), end, arc);
     }
-    if (made) d.addArc(arc);
-    else if (!straight) c.print(L"\n*Invalid*");
+    if (made)
+      d.addArc(arc);
+    else if (!straight)
+      c.print(L"\n*Invalid*");
   }
 }
 

@@ -24,7 +24,7 @@ struct PlineDraft {
   AcGePoint2d start;
   double z = 0.0;
   AcGePoint2d current;
-  double direction = 0.0;  // of travel at the current point
+  double direction = 0.0;                   // of travel at the current point
   double startWidth = 0.0, endWidth = 0.0;  // of the next segment
   bool closed = false;
   std::vector<PlineSegment> segments;

@@ -89,10 +89,14 @@ AcGePoint2d PlaneCurve::closestPoint(const AcGePoint2d& p) const {
 
 std::vector<AcGePoint2d> Intersections(const PlaneCurve& c1, const PlaneCurve& c2) {
   std::vector<AcGePoint2d> found;
-  if (c1.kind == PlaneCurve::kLine && c2.kind == PlaneCurve::kLine) found = LineLine(c1, c2);
-  else if (c1.kind == PlaneCurve::kLine) found = LineCircle(c1, c2);
-  else if (c2.kind == PlaneCurve::kLine) found = LineCircle(c2, c1);
-  else found = CircleCircle(c1, c2);
+  if (c1.kind == PlaneCurve::kLine && c2.kind == PlaneCurve::kLine)
+    found = LineLine(c1, c2);
+  else if (c1.kind == PlaneCurve::kLine)
+    found = LineCircle(c1, c2);
+  else if (c2.kind == PlaneCurve::kLine)
+    found = LineCircle(c2, c1);
+  else
+    found = CircleCircle(c1, c2);
   std::vector<AcGePoint2d> distinct;
   for (const AcGePoint2d& p : found) AddDistinct(distinct, p);
   return distinct;

@@ -94,7 +94,8 @@ std::vector<Style> StylesMatching(const std::wstring& pattern) {
     for (; !it->done(); it->step()) {
       AcDbObjectId id;
       Style s;
-      if (it->getRecordId(id) == Acad::eOk && ReadStyle(id, s) && acutWcMatch(s.name.c_str(), pattern.c_str()) == RTNORM)
+      if (it->getRecordId(id) == Acad::eOk && ReadStyle(id, s) &&
+          acutWcMatch(s.name.c_str(), pattern.c_str()) == RTNORM)
         found.push_back(s);
     }
     delete it;
@@ -108,9 +109,9 @@ void ListStyles(CommandContext& c) {
   const std::wstring pattern = a.text.empty() ? L"*" : a.text;
   c.print(L"\nText styles:\n");
   for (const Style& s : StylesMatching(pattern)) {
-    c.print(L"\nStyle name: \"" + s.name + L"\"  Font files: " + s.font + L"\n   Height: " +
-            DistanceText(s.height) + L"  Width factor: " + DistanceText(s.widthFactor) +
-            L"  Obliquing angle: " + AngleText(s.oblique) + L"\n   Generation: Normal\n");
+    c.print(L"\nStyle name: \"" + s.name + L"\"  Font files: " + s.font + L"\n   Height: " + DistanceText(s.height) +
+            L"  Width factor: " + DistanceText(s.widthFactor) + L"  Obliquing angle: " + AngleText(s.oblique) +
+            L"\n   Generation: Normal\n");
   }
   c.print(L"\nCurrent text style:  " + CurrentStyle().name);
 }
@@ -152,13 +153,15 @@ void MakeText(Placement& p, const Style& style, const std::wstring& text) {
     const double length = (p.second - p.point).length();
     rotation = AngleOf(p.second - p.point);
     // Align scales the height to the baseline, Fit stretches the width.
-    if (j.horz == AcDb::kTextAlign) height = length / TextLength(text, 1.0, widthFactor);
-    else widthFactor = length / TextLength(text, height, 1.0);
+    if (j.horz == AcDb::kTextAlign)
+      height = length / TextLength(text, 1.0, widthFactor);
+    else
+      widthFactor = length / TextLength(text, height, 1.0);
   } else if (j.horz != AcDb::kTextLeft || j.vert != AcDb::kTextBase) {
     position = TextPosition(j, p.point, text, height, widthFactor, rotation);
   }
-  auto entity = std::make_unique<AcDbText>(PlaneToWorld(position, p.z), text.c_str(), style.id, height,
-                                           OcsAngleOf(rotation));
+  auto entity =
+      std::make_unique<AcDbText>(PlaneToWorld(position, p.z), text.c_str(), style.id, height, OcsAngleOf(rotation));
   entity->setNormal(PlaneNormal());
   entity->setWidthFactor(widthFactor);
   entity->setOblique(style.oblique);
@@ -173,8 +176,7 @@ void MakeText(Placement& p, const Style& style, const std::wstring& text) {
 
 // The points of the justification, after the prompt that offered options.
 void AskPoints(CommandContext& c, Placement& p, const Answer* given) {
-  const Answer first = given ? *given
-                             : c.askPoint(std::wstring(p.justification->pointPrompt) + L": ", L"", kNoNull);
+  const Answer first = given ? *given : c.askPoint(std::wstring(p.justification->pointPrompt) + L": ", L"", kNoNull);
   p.point = AcGePoint2d(first.point[0], first.point[1]);
   p.z = first.point[2];
   if (!TakesBaseline(*p.justification)) return;
@@ -211,9 +213,9 @@ void RunText(CommandContext& c) {
     }
     const Justification* chosen = FindJustification(a.text);
     if (!chosen) {
-      const Answer j = c.askKeyword(
-          L"\nEnter an option [Left/Center/Right/Align/Middle/Fit/TL/TC/TR/ML/MC/MR/BL/BC/BR]: ",
-          JustificationKeywords(), kNoNull);
+      const Answer j =
+          c.askKeyword(L"\nEnter an option [Left/Center/Right/Align/Middle/Fit/TL/TC/TR/ML/MC/MR/BL/BC/BR]: ",
+                       JustificationKeywords(), kNoNull);
       chosen = FindJustification(j.text);
     }
     state.justification = p.justification = chosen;
@@ -235,8 +237,8 @@ void RunText(CommandContext& c) {
     if (!(p.height > 0) && p.justification->horz != AcDb::kTextAlign) {
       const double fallback = RealVar(L"TEXTSIZE", 2.5);
       const double base[3] = {p.point.x, p.point.y, p.z};
-      const Answer h = c.askDist(L"\nSpecify height" + Default(DistanceText(fallback)) + L": ", L"",
-                                 kNoZero | kNoNegative, base);
+      const Answer h =
+          c.askDist(L"\nSpecify height" + Default(DistanceText(fallback)) + L": ", L"", kNoZero | kNoNegative, base);
       p.height = h.status == RTNORM ? h.real : fallback;
       resbuf rb{};
       rb.restype = RTREAL;
@@ -248,8 +250,8 @@ void RunText(CommandContext& c) {
     if (!TakesBaseline(*p.justification)) {
       const double base[3] = {p.point.x, p.point.y, p.z};
       const double shown = p.rotation - RealVar(L"ANGBASE", 0.0);
-      const Answer r = AskDirection(c, L"\nSpecify rotation angle of text" + Default(AngleText(NormalizedAngle(shown))) +
-                                           L": ", base);
+      const Answer r = AskDirection(
+          c, L"\nSpecify rotation angle of text" + Default(AngleText(NormalizedAngle(shown))) + L": ", base);
       if (r.status == RTNORM) p.rotation = r.real;
       state.rotation = p.rotation;
     }

@@ -63,21 +63,36 @@ double TextLength(const std::wstring& text, double height, double widthFactor) {
   return db::LineWidth(text, height, widthFactor);
 }
 
-AcGePoint2d TextPosition(const Justification& j, const AcGePoint2d& alignment, const std::wstring& text,
-                         double height, double widthFactor, double rotation) {
+AcGePoint2d TextPosition(const Justification& j, const AcGePoint2d& alignment, const std::wstring& text, double height,
+                         double widthFactor, double rotation) {
   const double width = TextLength(text, height, widthFactor);
   double dx = 0, dy = 0;
   switch (j.horz) {
-    case kTextCenter: dx = -width / 2; break;
-    case kTextRight: dx = -width; break;
-    case kTextMid: dx = -width / 2; dy = -height / 2; break;
-    default: break;
+    case kTextCenter:
+      dx = -width / 2;
+      break;
+    case kTextRight:
+      dx = -width;
+      break;
+    case kTextMid:
+      dx = -width / 2;
+      dy = -height / 2;
+      break;
+    default:
+      break;
   }
   switch (j.vert) {
-    case kTextTop: dy = -height; break;
-    case kTextVertMid: dy = -height / 2; break;
-    case kTextBottom: dy = kDescent * height; break;
-    default: break;
+    case kTextTop:
+      dy = -height;
+      break;
+    case kTextVertMid:
+      dy = -height / 2;
+      break;
+    case kTextBottom:
+      dy = kDescent * height;
+      break;
+    default:
+      break;
   }
   const double c = std::cos(rotation), s = std::sin(rotation);
   return AcGePoint2d(alignment.x + dx * c - dy * s, alignment.y + dx * s + dy * c);

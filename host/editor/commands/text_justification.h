@@ -33,8 +33,8 @@ bool TakesBaseline(const Justification& j);
 std::wstring JustificationKeywords();
 
 // The position (left end of the baseline) of text aligned at a point.
-AcGePoint2d TextPosition(const Justification& j, const AcGePoint2d& alignment, const std::wstring& text,
-                         double height, double widthFactor, double rotation);
+AcGePoint2d TextPosition(const Justification& j, const AcGePoint2d& alignment, const std::wstring& text, double height,
+                         double widthFactor, double rotation);
 // The length of the text's baseline at that height and width factor.
 double TextLength(const std::wstring& text, double height, double widthFactor);
 

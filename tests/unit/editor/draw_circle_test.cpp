@@ -10,7 +10,8 @@ using kelhost::editor::PlaneCurve;
 
 TEST(TangentCirclesTest, LinesAndCircles) {
   // Two crossing lines: a circle in each of the four corners.
-  auto corners = kelhost::editor::CirclesTangentTo(PlaneCurve::Line({0, 0}, {1, 0}), PlaneCurve::Line({0, 0}, {0, 1}), 2);
+  auto corners =
+      kelhost::editor::CirclesTangentTo(PlaneCurve::Line({0, 0}, {1, 0}), PlaneCurve::Line({0, 0}, {0, 1}), 2);
   ASSERT_EQ(corners.size(), 4u);
   const auto* best = kelhost::editor::NearestToPicks(corners, {5, 0}, {0, -5});
   ASSERT_NE(best, nullptr);
@@ -24,8 +25,8 @@ TEST(TangentCirclesTest, LinesAndCircles) {
   for (const auto& c : round) between = between || ((c.center - AcGePoint2d(0, 1)).length() < 1e-9);
   EXPECT_TRUE(between);
   // Parallel lines 10 apart take no circle of radius 2.
-  EXPECT_TRUE(
-      kelhost::editor::CirclesTangentTo(PlaneCurve::Line({0, 0}, {1, 0}), PlaneCurve::Line({0, 10}, {1, 10}), 2).empty());
+  EXPECT_TRUE(kelhost::editor::CirclesTangentTo(PlaneCurve::Line({0, 0}, {1, 0}), PlaneCurve::Line({0, 10}, {1, 10}), 2)
+                  .empty());
   EXPECT_EQ(kelhost::editor::Intersections(PlaneCurve::Line({0, 3}, {1, 3}), PlaneCurve::Circle({0, 0}, 3)).size(), 1u);
 }
 
@@ -78,7 +79,7 @@ TEST_F(CircleCommandTest, TangentTangentRadiusPicksTheCornerPointedAt) {
   ASSERT_EQ(Run({T(L"CIRCLE"), T(L"ttr"), Pick(round, 20, 5), Pick(a, 5, 0), T(L"1")}), RTNORM);
   Read<AcDbCircle>(Last(), [](const AcDbCircle& c) {
     EXPECT_NEAR(c.radius(), 1, 1e-12);
-    EXPECT_NEAR(c.center().y, 1, 1e-9);                                        // on the line
+    EXPECT_NEAR(c.center().y, 1, 1e-9);                                   // on the line
     EXPECT_NEAR((c.center() - AcGePoint3d(20, 0, 0)).length(), 6, 1e-9);  // outside the circle
   });
   const size_t before = Entities().size();

@@ -71,9 +71,9 @@ TEST_F(FilletCommandTest, ParallelLinesGetAHalfCircleAtThePickedEnd) {
   SetReal(L"FILLETRAD", 1);
   ASSERT_EQ(Run({T(L"FILLET"), Pick(a, 9, 0), Pick(b, 5, 4)}), RTNORM);
   ExpectLine(a, 0, 0, 10, 0);
-  ExpectLine(b, 0, 4, 10, 4);  // extended to match the first
+  ExpectLine(b, 0, 4, 10, 4);                         // extended to match the first
   ExpectArc(Last(), 10, 2, 2, 3 * kPi / 2, kPi / 2);  // bulging outwards
-  EXPECT_EQ(RealVar(L"FILLETRAD"), 1.0);  // the radius setting is left alone
+  EXPECT_EQ(RealVar(L"FILLETRAD"), 1.0);              // the radius setting is left alone
 }
 
 TEST_F(FilletCommandTest, NoTrimLeavesTheObjectsAndTheArcTakesTheirCommonLayer) {

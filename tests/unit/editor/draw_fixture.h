@@ -123,8 +123,8 @@ class DrawCommandTest : public ::testing::Test {
 };
 
 // Points compared to a tolerance.
-#define EXPECT_AT(p, px, py)          \
-  do {                                \
-    EXPECT_NEAR((p).x, (px), 1e-9);   \
-    EXPECT_NEAR((p).y, (py), 1e-9);   \
+#define EXPECT_AT(p, px, py)        \
+  do {                              \
+    EXPECT_NEAR((p).x, (px), 1e-9); \
+    EXPECT_NEAR((p).y, (py), 1e-9); \
   } while (0)

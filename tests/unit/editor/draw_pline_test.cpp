@@ -56,16 +56,16 @@ TEST_F(PlineCommandTest, WidthsTaperOnceThenStayAndPlinewidRemembersThem) {
 TEST_F(PlineCommandTest, ArcSegmentsBecomeBulges) {
   // A tangent half circle, then an arc through a second point, then a
   // line again; CLose returns with an arc.
-  ASSERT_EQ(Run({T(L"PLINE"), T(L"0,0"), T(L"10,0"), T(L"a"), T(L"10,10"), T(L"s"), T(L"5,15"), T(L"0,10"),
-                 T(L"l"), T(L"2,5"), T(L"a"), T(L"cl")}),
+  ASSERT_EQ(Run({T(L"PLINE"), T(L"0,0"), T(L"10,0"), T(L"a"), T(L"10,10"), T(L"s"), T(L"5,15"), T(L"0,10"), T(L"l"),
+                 T(L"2,5"), T(L"a"), T(L"cl")}),
             RTNORM);
   bool closed = false;
   const std::vector<Vertex> v = Vertices(Last(), &closed);
   ASSERT_EQ(v.size(), 5u);
   EXPECT_TRUE(closed);
   EXPECT_EQ(v[0].bulge, 0.0);
-  EXPECT_NEAR(v[1].bulge, 1.0, 1e-12);          // a half circle to the left
-  EXPECT_NEAR(v[2].bulge, 1.0, 1e-12);          // a half circle through (5,15)
+  EXPECT_NEAR(v[1].bulge, 1.0, 1e-12);  // a half circle to the left
+  EXPECT_NEAR(v[2].bulge, 1.0, 1e-12);  // a half circle through (5,15)
   EXPECT_EQ(v[3].bulge, 0.0);
   // Back to the start tangent to the line from (0,10) to (2,5).
   EXPECT_NEAR(v[4].bulge, std::tan((std::atan2(-5.0, -2.0) - std::atan2(-5.0, 2.0)) / 2), 1e-12);
@@ -74,10 +74,10 @@ TEST_F(PlineCommandTest, ArcSegmentsBecomeBulges) {
 }
 
 TEST_F(PlineCommandTest, ArcOptionsWithAnglesCentersAndRadii) {
-  ASSERT_EQ(Run({T(L"PLINE"), T(L"0,0"), T(L"a"), T(L"a"), T(L"-90"), T(L"ce"), T(L"0,-5"),  // 90 clockwise
-                 T(L"ce"), T(L"10,-5"), T(L"l"), T(L"5"),                                      // a sixth
-                 T(L"r"), T(L"5"), T(L"a"), T(L"90"), Enter(),                               // tangent chord
-                 T(L"d"), T(L"0"), T(L"20,0"), Enter()}),
+  ASSERT_EQ(Run({T(L"PLINE"), T(L"0,0"),   T(L"a"),    T(L"a"),  T(L"-90"), T(L"ce"), T(L"0,-5"),  // 90 clockwise
+                 T(L"ce"),    T(L"10,-5"), T(L"l"),    T(L"5"),                                    // a sixth
+                 T(L"r"),     T(L"5"),     T(L"a"),    T(L"90"), Enter(),                          // tangent chord
+                 T(L"d"),     T(L"0"),     T(L"20,0"), Enter()}),
             RTNORM);
   const std::vector<Vertex> v = Vertices(Last());
   ASSERT_EQ(v.size(), 5u);
@@ -98,9 +98,9 @@ TEST_F(PlineCommandTest, RadiusArcsBendTowardTheirEndPoint) {
 }
 
 TEST_F(PlineCommandTest, LengthCloseAndUndo) {
-  ASSERT_EQ(Run({T(L"PLINE"), T(L"0,0"), T(L"u"), T(L"10,0"), T(L"l"), T(L"5"), T(L"15,5"), T(L"u"), T(L"0,7"),
-                 T(L"c")}),
-            RTNORM);
+  ASSERT_EQ(
+      Run({T(L"PLINE"), T(L"0,0"), T(L"u"), T(L"10,0"), T(L"l"), T(L"5"), T(L"15,5"), T(L"u"), T(L"0,7"), T(L"c")}),
+      RTNORM);
   EXPECT_NE(out.find(L"All segments already undone."), std::wstring::npos);
   bool closed = false;
   const std::vector<Vertex> v = Vertices(Last(), &closed);
@@ -126,9 +126,9 @@ TEST_F(PlineCommandTest, CancelKeepsTheSegmentsDrawnAndAPointAloneMakesNothing) 
 }
 
 TEST_F(PlineCommandTest, ImpossibleArcAsksAgain) {
-  ASSERT_EQ(Run({T(L"PLINE"), T(L"0,0"), T(L"10,0"), T(L"a"), T(L"ce"), T(L"20,0"), T(L"l"), T(L"30"), T(L"l"),
-                 Enter()}),
-            RTNORM);
+  ASSERT_EQ(
+      Run({T(L"PLINE"), T(L"0,0"), T(L"10,0"), T(L"a"), T(L"ce"), T(L"20,0"), T(L"l"), T(L"30"), T(L"l"), Enter()}),
+      RTNORM);
   EXPECT_NE(out.find(L"*Invalid*"), std::wstring::npos);
   EXPECT_EQ(Vertices(Last()).size(), 2u);
 }

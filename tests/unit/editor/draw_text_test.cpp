@@ -70,10 +70,9 @@ TEST_F(TextCommandTest, EveryJustificationKeepsItsPointAndPlacesTheBaseline) {
     int horz, vert;
     double dx, dy;  // position - alignment point
   } cases[] = {
-      {L"c", 1, 0, -w / 2, 0},     {L"r", 2, 0, -w, 0},         {L"m", 4, 0, -w / 2, -1},
-      {L"tl", 0, 3, 0, -2},        {L"tc", 1, 3, -w / 2, -2},   {L"tr", 2, 3, -w, -2},
-      {L"ml", 0, 2, 0, -1},        {L"mc", 1, 2, -w / 2, -1},   {L"mr", 2, 2, -w, -1},
-      {L"bl", 0, 1, 0, 2.0 / 3},   {L"bc", 1, 1, -w / 2, 2.0 / 3}, {L"br", 2, 1, -w, 2.0 / 3},
+      {L"c", 1, 0, -w / 2, 0},   {L"r", 2, 0, -w, 0},       {L"m", 4, 0, -w / 2, -1},       {L"tl", 0, 3, 0, -2},
+      {L"tc", 1, 3, -w / 2, -2}, {L"tr", 2, 3, -w, -2},     {L"ml", 0, 2, 0, -1},           {L"mc", 1, 2, -w / 2, -1},
+      {L"mr", 2, 2, -w, -1},     {L"bl", 0, 1, 0, 2.0 / 3}, {L"bc", 1, 1, -w / 2, 2.0 / 3}, {L"br", 2, 1, -w, 2.0 / 3},
   };
   for (const Case& c : cases) {
     const TextSeen s = Justified(c.keyword);
