@@ -2,12 +2,12 @@
 // and angle parsers.
 #pragma once
 
-#include <string>
+#include <string_view>
 
 namespace kelhost::units {
 
 struct Cursor {
-  const std::wstring& s;
+  std::wstring_view s;
   size_t i = 0;
   bool end() const { return i >= s.size(); }
   wchar_t peek() const { return end() ? 0 : s[i]; }

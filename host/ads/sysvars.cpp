@@ -5,6 +5,7 @@
 #include <ctime>
 #include <functional>
 #include <mutex>
+#include <unordered_map>
 
 #include "ads/entity_names.h"
 #include "ads/sysvars_session.h"
@@ -285,9 +286,13 @@ const std::vector<Computed>& ComputedVars() {
 }
 
 const Computed* FindComputed(const std::wstring& upper) {
-  for (const Computed& c : ComputedVars())
-    if (upper == c.name) return &c;
-  return nullptr;
+  static const std::unordered_map<std::wstring, const Computed*> byName = [] {
+    std::unordered_map<std::wstring, const Computed*> m;
+    for (const Computed& c : ComputedVars()) m.emplace(c.name, &c);
+    return m;
+  }();
+  auto it = byName.find(upper);
+  return it == byName.end() ? nullptr : it->second;
 }
 
 // Drawing variables need a working database; session and computed ones
@@ -326,20 +331,19 @@ int SetVar(const ACHAR* sym, const resbuf* val, bool asHost) {
 }
 
 // Number and angle conversions follow the drawing's unit variables.
-int ShortVar(const wchar_t* name, int fallback) {
-  resbuf rb{};
-  return GetVar(name, &rb) == RTNORM && rb.restype == RTSHORT ? rb.resval.rint : fallback;
-}
 
+// Read straight from the drawing's header: every typed number asks.
 const bool kUnitsFromVariables = [] {
   units::SetSettingsSource([] {
     units::Settings s;
-    s.lunits = ShortVar(L"LUNITS", s.lunits);
-    s.luprec = ShortVar(L"LUPREC", s.luprec);
-    s.aunits = ShortVar(L"AUNITS", s.aunits);
-    s.auprec = ShortVar(L"AUPREC", s.auprec);
-    s.dimzin = ShortVar(L"DIMZIN", s.dimzin);
-    s.unitmode = ShortVar(L"UNITMODE", s.unitmode);
+    AcDbDatabase* db = ads::WorkingDb();
+    if (!db) return s;
+    static const HeaderVarDef* const defs[6] = {
+        db::FindHeaderVarDef(L"LUNITS"), db::FindHeaderVarDef(L"LUPREC"), db::FindHeaderVarDef(L"AUNITS"),
+        db::FindHeaderVarDef(L"AUPREC"), db::FindHeaderVarDef(L"DIMZIN"), db::FindHeaderVarDef(L"UNITMODE")};
+    int* fields[6] = {&s.lunits, &s.luprec, &s.aunits, &s.auprec, &s.dimzin, &s.unitmode};
+    for (int i = 0; i < 6; ++i)
+      if (defs[i]) *fields[i] = db::GetHeaderVar(db->state(), *defs[i]).integer;
     return s;
   });
   return true;

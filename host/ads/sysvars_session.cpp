@@ -3,6 +3,7 @@
 
 #include <map>
 #include <mutex>
+#include <unordered_map>
 #include <vector>
 
 #include "arx/adsdef.h"
@@ -67,28 +68,32 @@ std::mutex& Lock() {
   return lock;
 }
 
-std::map<std::wstring, HeaderValue>& Values() {
-  static std::map<std::wstring, HeaderValue> values;
+std::unordered_map<const HeaderVarDef*, HeaderValue>& Values() {
+  static std::unordered_map<const HeaderVarDef*, HeaderValue> values;
   return values;
 }
 
 }  // namespace
 
 const HeaderVarDef* FindSessionDef(const std::wstring& upperName) {
-  for (const HeaderVarDef& def : Defs())
-    if (upperName == def.name) return &def;
-  return nullptr;
+  static const std::unordered_map<std::wstring, const HeaderVarDef*> byName = [] {
+    std::unordered_map<std::wstring, const HeaderVarDef*> m;
+    for (const HeaderVarDef& def : Defs()) m.emplace(def.name, &def);
+    return m;
+  }();
+  auto it = byName.find(upperName);
+  return it == byName.end() ? nullptr : it->second;
 }
 
 HeaderValue GetSessionVar(const HeaderVarDef& def) {
   std::lock_guard<std::mutex> hold(Lock());
-  auto it = Values().find(def.name);
+  auto it = Values().find(&def);
   return it != Values().end() ? it->second : db::DefaultHeaderValue(def);
 }
 
 void PutSessionVar(const HeaderVarDef& def, const HeaderValue& value) {
   std::lock_guard<std::mutex> hold(Lock());
-  Values()[def.name] = value;
+  Values()[&def] = value;
 }
 
 void ResetSessionVars() {

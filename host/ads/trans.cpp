@@ -46,8 +46,7 @@ bool OcsFrame(const double* normal, Frame& f) {
   return true;
 }
 
-bool Point3(AcDbDatabase* db, const wchar_t* name, double* out) {
-  const db::HeaderVarDef* def = db::FindHeaderVarDef(name);
+bool Point3(AcDbDatabase* db, const db::HeaderVarDef* def, double* out) {
   if (!def) return false;
   const db::HeaderValue v = db::GetHeaderVar(db->state(), *def);
   for (int i = 0; i < 3; ++i) out[i] = v.point[i];
@@ -56,8 +55,12 @@ bool Point3(AcDbDatabase* db, const wchar_t* name, double* out) {
 
 // The current UCS from UCSORG, UCSXDIR and UCSYDIR (Y made square to X).
 bool UcsFrame(AcDbDatabase* db, Frame& f) {
+  // Every point a command is given passes here: find the variables once.
+  static const db::HeaderVarDef* const origin = db::FindHeaderVarDef(L"UCSORG");
+  static const db::HeaderVarDef* const xDir = db::FindHeaderVarDef(L"UCSXDIR");
+  static const db::HeaderVarDef* const yDir = db::FindHeaderVarDef(L"UCSYDIR");
   double y[3];
-  if (!Point3(db, L"UCSORG", f.origin) || !Point3(db, L"UCSXDIR", f.axis[0]) || !Point3(db, L"UCSYDIR", y)) return false;
+  if (!Point3(db, origin, f.origin) || !Point3(db, xDir, f.axis[0]) || !Point3(db, yDir, y)) return false;
   if (!Normalize(f.axis[0])) return false;
   Cross(f.axis[0], y, f.axis[2]);
   if (!Normalize(f.axis[2])) return false;
@@ -83,7 +86,9 @@ void FromWorld(const Frame& f, const double* p, bool disp, double* out) {
 bool DcsFrame(AcDbDatabase* db, Frame& f) {
   Frame ucs;
   double dir[3], target[3];
-  if (!UcsFrame(db, ucs) || !Point3(db, L"VIEWDIR", dir) || !Point3(db, L"TARGET", target)) return false;
+  if (!UcsFrame(db, ucs) || !Point3(db, db::FindHeaderVarDef(L"VIEWDIR"), dir) ||
+      !Point3(db, db::FindHeaderVarDef(L"TARGET"), target))
+    return false;
   ToWorld(ucs, dir, true, dir);
   if (!OcsFrame(dir, f)) return false;
   ToWorld(ucs, target, false, f.origin);

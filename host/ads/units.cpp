@@ -278,11 +278,10 @@ int acutDisToF(const ACHAR* str, int unit, ads_real* v) {
   if (!str || !v) return RTERROR;
   if (unit == -1) unit = kelhost::units::CurrentSettings().lunits;
   if (unit < 1 || unit > 5) return RTERROR;
-  const std::wstring text(str);
-  Cursor c{text};
+  Cursor c{std::wstring_view(str)};
   c.skipBlanks();
   bool negative = false;
-  if (c.peek() == L'-' || c.peek() == L'+') negative = text[c.i++] == L'-';
+  if (c.peek() == L'-' || c.peek() == L'+') negative = c.s[c.i++] == L'-';
   double value = 0;
   bool ok = unit == 3 || unit == 4 ? ReadFeetInches(c, value) : ReadMagnitude(c, value);
   c.skipBlanks();

@@ -2,6 +2,9 @@
 // defaults, and reading them from the header store.
 #include "db/header_vars.h"
 
+#include <string_view>
+#include <unordered_map>
+
 #include "arx/adsdef.h"
 #include "db/database_state.h"
 
@@ -90,9 +93,14 @@ const std::vector<HeaderVarDef>& HeaderVarDefs() {
 }
 
 const HeaderVarDef* FindHeaderVarDef(const std::wstring& upperName) {
-  for (const HeaderVarDef& def : HeaderVarDefs())
-    if (upperName == def.name) return &def;
-  return nullptr;
+  // Commands read variables at every prompt: look them up by hash.
+  static const std::unordered_map<std::wstring, const HeaderVarDef*> byName = [] {
+    std::unordered_map<std::wstring, const HeaderVarDef*> m;
+    for (const HeaderVarDef& def : HeaderVarDefs()) m.emplace(def.name, &def);
+    return m;
+  }();
+  auto it = byName.find(upperName);
+  return it == byName.end() ? nullptr : it->second;
 }
 
 HeaderValue DefaultHeaderValue(const HeaderVarDef& def) {
@@ -110,7 +118,7 @@ HeaderValue DefaultHeaderValue(const HeaderVarDef& def) {
 }
 
 HeaderValue GetHeaderVar(const DatabaseState& state, const HeaderVarDef& def) {
-  auto it = state.headerVars.find(def.name);
+  auto it = state.headerVars.find(std::wstring_view(def.name));
   // A value read from a file under another group code still counts when
   // its kind agrees.
   if (it != state.headerVars.end() && it->second.type == def.type) return it->second;

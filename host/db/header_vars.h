@@ -27,7 +27,8 @@ struct HeaderValue {
   std::wstring text;
 };
 
-using HeaderStore = std::map<std::wstring, HeaderValue>;
+// Ordered by name; found by any string type without a copy.
+using HeaderStore = std::map<std::wstring, HeaderValue, std::less<>>;
 
 // Where a variable belongs when the drawing is saved.
 enum class HeaderPlace {

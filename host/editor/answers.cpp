@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "arx/acedads.h"
+#include "ads/units.h"
 #include "arx/acutads.h"
 #include "editor/picking.h"
 #include "kelhost/text.h"
@@ -58,7 +59,11 @@ bool TypedAngle(const std::wstring& text, double& absolute) {
   return true;
 }
 
-bool Distance(const std::wstring& text, double& d) { return acutDisToF(Trim(text).c_str(), -1, &d) == RTNORM; }
+// A distance in the drawing's linear units (LUNITS, read once by the caller
+// that reads several).
+bool Distance(const std::wstring& text, double& d, int lunits = -1) {
+  return acutDisToF(Trim(text).c_str(), lunits, &d) == RTNORM;
+}
 
 bool IsInteger(const std::wstring& text, long long& v) {
   const std::string ascii = ToUtf8(Trim(text));
@@ -238,6 +243,7 @@ Keywords::Keywords(const std::wstring& list) {
     }
     i = j;
   }
+  auto words = std::make_shared<std::vector<Keyword>>();
   for (size_t k = 0; k < locals.size(); ++k) {
     Keyword w;
     std::wstring word = locals[k];
@@ -254,8 +260,14 @@ Keywords::Keywords(const std::wstring& list) {
     }
     w.local = word;
     w.global = k < globals.size() ? globals[k] : word;
-    mWords.push_back(std::move(w));
+    words->push_back(std::move(w));
   }
+  if (!words->empty()) mWords = std::move(words);
+}
+
+const std::vector<Keyword>& Keywords::words() const {
+  static const std::vector<Keyword> none;
+  return mWords ? *mWords : none;
 }
 
 std::wstring Keywords::match(const std::wstring& typed) const {
@@ -270,7 +282,7 @@ std::wstring Keywords::match(const std::wstring& typed) const {
     return full.compare(0, abbrev.size(), abbrev) == 0 && text.size() > abbrev.size() &&
            full.compare(0, text.size(), text) == 0;
   };
-  for (const Keyword& w : mWords) {
+  for (const Keyword& w : words()) {
     if (!globalOnly && fits(w.local, w.abbrev)) return w.global;
     if (globalOnly) {
       std::wstring abbrev;
@@ -316,10 +328,11 @@ bool ParsePoint(const std::wstring& typed, double point[3]) {
   } else if (text[0] == L'#' || text[0] == L'*') {
     text = Trim(text.substr(1));  // absolute (in the headless host the UCS is the world)
   }
+  const int lunits = units::CurrentSettings().lunits;
   const size_t lt = text.find(L'<');
   if (lt != std::wstring::npos) {
     double d = 0, a = 0;
-    if (!Distance(text.substr(0, lt), d) || !TypedAngle(Trim(text.substr(lt + 1)), a)) return false;
+    if (!Distance(text.substr(0, lt), d, lunits) || !TypedAngle(Trim(text.substr(lt + 1)), a)) return false;
     point[0] = origin[0] + d * std::cos(a);
     point[1] = origin[1] + d * std::sin(a);
     point[2] = relative ? origin[2] : RealVar(L"ELEVATION", 0.0);
@@ -331,7 +344,7 @@ bool ParsePoint(const std::wstring& typed, double point[3]) {
   for (;;) {
     const size_t comma = text.find(L',', from);
     const std::wstring part = text.substr(from, comma == std::wstring::npos ? std::wstring::npos : comma - from);
-    if (n == 3 || !Distance(part, v[n])) return false;
+    if (n == 3 || !Distance(part, v[n], lunits)) return false;
     ++n;
     if (comma == std::wstring::npos) break;
     from = comma + 1;

@@ -1,5 +1,7 @@
 #include "editor/command_context.h"
 
+#include <unordered_map>
+
 #include "arx/adsdef.h"
 #include "editor/command_processor.h"
 #include "editor/prompter.h"
@@ -8,11 +10,20 @@
 namespace kelhost::editor {
 namespace {
 
+// Commands ask with the same few keyword lists over and over: read each
+// list once.
+const Keywords& KeywordsOf(const std::wstring& list) {
+  static std::unordered_map<std::wstring, Keywords> parsed;
+  auto it = parsed.find(list);
+  if (it == parsed.end()) it = parsed.emplace(list, Keywords(list)).first;
+  return it->second;
+}
+
 Request Make(Want want, const std::wstring& prompt, const std::wstring& keywords, int flags, const double* base) {
   Request r;
   r.want = want;
   r.prompt = prompt;
-  r.keywords = Keywords(keywords);
+  if (!keywords.empty()) r.keywords = KeywordsOf(keywords);
   r.flags = flags;
   if (base) {
     r.hasBase = true;

@@ -130,7 +130,7 @@ Started RunBuiltin(const BuiltinCommand& def, const std::wstring& typed, Command
   rc->echo = Echoes(origin);
   rc->transparent = transparent;
   rc->feed = feed;
-  rc->fiber = std::make_unique<Fiber>([rc, &def] {
+  auto body = [rc, &def] {
     CommandContext c(*rc);
     try {
       def.run(c);
@@ -142,12 +142,22 @@ Started RunBuiltin(const BuiltinCommand& def, const std::wstring& typed, Command
     } catch (...) {
       rc->outcome = RunningCommand::Outcome::kFailed;
     }
-  });
+  };
   Own(std::move(owned));
   if (origin != CommandOrigin::kUser && rc->echo) Say(L"\n" + typed);
   Begin(*rc);
-  if (Drive(rc, outcome)) return Started::kEnded;
-  return Started::kWaiting;
+  // Only a command call that may run out of answers (AutoLISP's command)
+  // can leave its command waiting: that command gets a fiber of its own;
+  // the others run straight through.
+  if (feed && feed->whenEmpty() == TokenFeed::WhenEmpty::kWait && !transparent) {
+    rc->fiber = std::make_unique<Fiber>(body);
+    return Drive(rc, outcome) ? Started::kEnded : Started::kWaiting;
+  }
+  body();
+  outcome = rc->outcome;
+  Finish(*rc);
+  Release(rc);
+  return Started::kEnded;
 }
 
 Started RunRegistered(AcEdCommand& cmd, const std::wstring& typed, CommandOrigin origin, TokenFeed* feed,

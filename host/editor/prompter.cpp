@@ -75,11 +75,15 @@ Answer Ask(const Request& r, bool quiet) {
     }
     const bool visible = shown;
     std::wstring typedText = in.token.kind == Token::kText ? in.token.text : L"";
-    if (in.typed && in.token.kind == Token::kText && r.want != Want::kString && !typedText.empty()) {
-      if (typedText[0] == L'\'' && RunTransparentCommand(typedText.substr(1))) {
+    // 'NAME runs a transparent command, from a call's answers too.
+    if (in.token.kind == Token::kText && r.want != Want::kString && typedText.size() > 1 && typedText[0] == L'\'') {
+      if (visible && !in.echoed) Say(typedText);
+      if (RunTransparentCommand(typedText.substr(1))) {
         shown = false;
         continue;
       }
+    }
+    if (in.typed && in.token.kind == Token::kText && r.want != Want::kString && !typedText.empty()) {
       if (typedText[0] == L'(' || typedText[0] == L'!') {
         if (visible && !in.echoed) Say(typedText);
         in.echoed = true;

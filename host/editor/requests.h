@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -61,14 +62,15 @@ class Keywords {
  public:
   Keywords() = default;
   explicit Keywords(const std::wstring& list);
-  bool empty() const { return mWords.empty(); }
-  const std::vector<Keyword>& words() const { return mWords; }
+  bool empty() const { return !mWords || mWords->empty(); }
+  const std::vector<Keyword>& words() const;
   // The global name of the keyword text stands for, or empty; an "_"
   // before text matches global names only.
   std::wstring match(const std::wstring& text) const;
 
  private:
-  std::vector<Keyword> mWords;
+  // Shared: requests are copied at every prompt.
+  std::shared_ptr<const std::vector<Keyword>> mWords;
 };
 
 // What the prompt wants.

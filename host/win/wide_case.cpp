@@ -19,12 +19,15 @@ locale_t UnicodeLocale() {
   return loc;
 }
 
+// ASCII, by far the most common, needs no table.
 wchar_t ToUpperChar(wchar_t ch) {
+  if (ch < 0x80) return ch >= L'a' && ch <= L'z' ? static_cast<wchar_t>(ch - 32) : ch;
   locale_t l = UnicodeLocale();
   return static_cast<wchar_t>(l ? towupper_l(static_cast<wint_t>(ch), l) : std::towupper(static_cast<wint_t>(ch)));
 }
 
 wchar_t ToLowerChar(wchar_t ch) {
+  if (ch < 0x80) return ch >= L'A' && ch <= L'Z' ? static_cast<wchar_t>(ch + 32) : ch;
   locale_t l = UnicodeLocale();
   return static_cast<wchar_t>(l ? towlower_l(static_cast<wint_t>(ch), l) : std::towlower(static_cast<wint_t>(ch)));
 }

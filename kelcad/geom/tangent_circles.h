@@ -7,9 +7,11 @@
 // lies on: outside a circle (touching it externally) when p1 is outside,
 // inside (touching internally) otherwise; on p1's side of a line.
 //
-// The tangent point on a circle lies on the line through both centres: on
-// the near side of the given circle when the new one touches it from
-// outside or lies within it, on the far side when the new one encloses it.
+// The tangent point on a circle is taken on the line through both centres,
+// at the given circle's point nearer the new centre: the touching point
+// when the new circle touches it from outside or lies within it; when the
+// new circle encloses it, the near point is kept all the same, as the
+// family has always taken it (it is then not the touching point).
 //
 // Results: RTNORM with the centre, the tangent point on each curve (z = 0)
 // and, for the circle through a point, its radius; RTERROR, nothing

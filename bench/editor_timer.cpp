@@ -1,0 +1,98 @@
+// The editor's cost per command against the database's own: COUNT LINEs
+// made with acdbEntMake, then the same COUNT LINEs drawn by LINE commands
+// run from a command script (two points and Enter each), each into a new
+// drawing, the best of REPEAT runs by processor time.
+//
+//   kelcad_editor_timer [COUNT] [REPEAT]
+//
+// Prints the two times, the time per line, and the ratio with the target
+// (a scripted LINE costs at most 5 times an acdbEntMake of the line).
+// The command line's text goes nowhere: the editor is measured, not a
+// terminal.
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <string>
+
+#include "kelhost/editor.h"
+#include "kelhost/host.h"
+#include "kelhost/text.h"
+#include "mixed_drawing.h"
+
+namespace {
+
+std::size_t EntityCount(AcDbDatabase* db) {
+  AcDbBlockTableRecord* space = nullptr;
+  if (acdbOpenObject(space, db->modelSpaceId(), AcDb::kForRead) != Acad::eOk) return 0;
+  const std::size_t n = space->entityIds().size();
+  space->close();
+  return n;
+}
+
+// Runs action on a new working drawing; the processor time it took, or a
+// negative value when the drawing did not end with count entities.
+template <class Action>
+double TimedOnNewDrawing(std::size_t count, Action action) {
+  auto db = std::make_unique<AcDbDatabase>();
+  acdbHostApplicationServices()->setWorkingDatabase(db.get());
+  const double start = kelbench::CpuSeconds();
+  action();
+  const double seconds = kelbench::CpuSeconds() - start;
+  const bool ok = EntityCount(db.get()) == count;
+  acdbHostApplicationServices()->setWorkingDatabase(nullptr);
+  return ok ? seconds : -1.0;
+}
+
+std::string PointText(const resbuf* list, int code) {
+  for (const resbuf* rb = list; rb; rb = rb->rbnext)
+    if (rb->restype == code) {
+      char buf[128];
+      std::snprintf(buf, sizeof buf, "%.17g,%.17g,%.17g", rb->resval.rpoint[0], rb->resval.rpoint[1],
+                    rb->resval.rpoint[2]);
+      return buf;
+    }
+  return "0,0";
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const long count = argc > 1 ? std::atol(argv[1]) : 100000;
+  const long repeat = argc > 2 ? std::atol(argv[2]) : 3;
+  if (count <= 0 || repeat <= 0) {
+    std::fprintf(stderr, "usage: kelcad_editor_timer [COUNT] [REPEAT]\n");
+    return 2;
+  }
+  kelhost::Host::instance().setCommandLineSink([](const std::wstring&) {});
+  kelbench::ScratchDir scratch;
+  const std::string script = scratch.file("lines.scr");
+  std::vector<resbuf*> lists;
+  {
+    std::ofstream out(script, std::ios::binary);
+    for (long i = 0; i < count; ++i) {
+      lists.push_back(kelbench::LineList(static_cast<std::size_t>(i)));
+      out << "LINE\n" << PointText(lists.back(), 10) << "\n" << PointText(lists.back(), 11) << "\n\n";
+    }
+  }
+  const auto n = static_cast<std::size_t>(count);
+  double entmake = -1, commands = -1;
+  for (long r = 0; r < repeat; ++r) {
+    const double e = TimedOnNewDrawing(n, [&] {
+      for (resbuf* list : lists) acdbEntMake(list);
+    });
+    const double c = TimedOnNewDrawing(n, [&] { kelhost::editor::RunScript(kelhost::FromUtf8(script)); });
+    if (e < 0 || c < 0) {
+      std::fprintf(stderr, "kelcad_editor_timer: a drawing did not get its %ld lines\n", count);
+      return 1;
+    }
+    if (entmake < 0 || e < entmake) entmake = e;
+    if (commands < 0 || c < commands) commands = c;
+  }
+  for (resbuf* list : lists) acutRelRb(list);
+  const double ratio = commands / entmake;
+  std::printf("acdbEntMake of %ld LINEs      %.3f s (%.2f us each)\n", count, entmake, entmake / count * 1e6);
+  std::printf("scripted LINE commands, %ld  %.3f s (%.2f us each)\n", count, commands, commands / count * 1e6);
+  std::printf("ratio %.2f (target <= 5): %s\n", ratio, ratio <= 5.0 ? "met" : "NOT met");
+  return 0;
+}
