@@ -18,6 +18,9 @@ using db::HeaderVarDef;
 HeaderVarDef Short(const wchar_t* name, double value, double lo, double hi, bool readOnly = false) {
   return {name, RTSHORT, 70, HeaderPlace::kHeader, readOnly, lo, hi, {value, 0, 0}, nullptr};
 }
+HeaderVarDef Real(const wchar_t* name, double value, double lo, double hi, bool readOnly = false) {
+  return {name, RTREAL, 40, HeaderPlace::kHeader, readOnly, lo, hi, {value, 0, 0}, nullptr};
+}
 HeaderVarDef Text(const wchar_t* name, const wchar_t* value, bool readOnly = false) {
   return {name, RTSTR, 1, HeaderPlace::kHeader, readOnly, 1, 0, {0, 0, 0}, value};
 }
@@ -27,6 +30,8 @@ std::vector<HeaderVarDef> MakeDefs() {
       Short(L"ATTDIA", 0, 0, 1),
       Short(L"ATTREQ", 1, 0, 1),
       Short(L"BLIPMODE", 0, 0, 1),
+      // CIRCLE's default radius (0: none yet); the last circle's radius.
+      Real(L"CIRCLERAD", 0.0, 0, 1e300),
       Short(L"CMDDIA", 1, 0, 1),
       Short(L"CMDECHO", 1, 0, 1),
       Short(L"EDGEMODE", 0, 0, 1),
@@ -36,8 +41,11 @@ std::vector<HeaderVarDef> MakeDefs() {
       Short(L"HIGHLIGHT", 1, 0, 1),
       Short(L"OSMODE", 4133, 0, 16383),
       Short(L"PICKBOX", 3, 0, 50),
+      Short(L"TRIMMODE", 1, 0, 1),
       Short(L"UNDOCTL", 53, 1, 0, true),
       Short(L"UNDOMARKS", 0, 1, 0, true),
+      // The end angle of the last arc drawn, from the UCS X axis.
+      Real(L"LASTANGLE", 0.0, 1, 0, true),
       {L"LASTPOINT", RT3DPOINT, 10, HeaderPlace::kHeader, false, 1, 0, {0, 0, 0}, nullptr},
       Text(L"USERS1", L""),
       Text(L"USERS2", L""),
