@@ -63,9 +63,14 @@ double AskIncludedAngle(CommandContext& c, const std::wstring& prompt, const dou
   for (;;) {
     const Answer a = c.askString(prompt);
     double p[3], angle = 0;
-    if (!a.text.empty() && acutAngToF(a.text.c_str(), -1, &angle) == RTNORM) {
+    // acutAngToF folds into one turn: read the magnitude, keep the sign.
+    const size_t start = a.text.find_first_not_of(L" \t");
+    const bool negative = start != std::wstring::npos && a.text[start] == L'-';
+    const std::wstring magnitude = negative ? a.text.substr(start + 1) : a.text;
+    if (!magnitude.empty() && acutAngToF(magnitude.c_str(), -1, &angle) == RTNORM) {
       resbuf rb{};
       const bool clockwise = acedGetVar(L"ANGDIR", &rb) == RTNORM && rb.restype == RTSHORT && rb.resval.rint == 1;
+      if (negative) angle = -angle;
       return clockwise ? -angle : angle;
     }
     if (base && !a.text.empty() && ParsePoint(a.text, p)) return std::atan2(p[1] - base[1], p[0] - base[0]);
