@@ -7,9 +7,15 @@
 
 #include "kelbase/kelbase.h"
 
+#include "kelcad/api/app_windows.h"
 #include "kelcad/api/cadvar.h"
+#include "kelcad/api/command_line.h"
+#include "kelcad/api/current_drawing.h"
 #include "kelcad/api/inifile.h"
 #include "kelcad/api/module_info.h"
+#include "kelcad/api/sysvar_access.h"
+#include "kelcad/api/undo_groups.h"
+#include "kelcad/api/zoom.h"
 #include "kelcad/entry/diagnostic.h"
 #include "kelcad/entry/editor_reactor.h"
 #include "kelcad/entry/gc_fields.h"

@@ -70,6 +70,9 @@ RbKind ResbufKind(int t) {
 }
 }  // namespace kelhost
 
+void* acad_malloc(size_t size) { return std::malloc(size); }
+void acad_free(void* p) { std::free(p); }
+
 resbuf* acutNewRb(int type) {
   resbuf* rb = static_cast<resbuf*>(std::calloc(1, sizeof(resbuf)));
   if (!rb) return nullptr;

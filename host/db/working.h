@@ -8,4 +8,7 @@ namespace kelhost::db {
 void DatabaseGoing(AcDbDatabase* database);
 // Replaces the document's drawing with a new one (made on next use).
 void NewDocumentDatabase();
+// The document's own drawing (made on first use), whichever database is
+// the working one.
+AcDbDatabase* DocumentDrawing();
 }  // namespace kelhost::db

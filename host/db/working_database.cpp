@@ -17,9 +17,7 @@ AcDbDatabase*& DocumentDatabase() {
 
 AcDbDatabase* AcDbHostApplicationServices::workingDatabase() const {
   if (gOverride) return gOverride;
-  AcDbDatabase*& db = DocumentDatabase();
-  if (!db) db = new AcDbDatabase(true, false);
-  return db;
+  return kelhost::db::DocumentDrawing();
 }
 
 // Null (or the document's own database) makes the document's drawing the
@@ -31,6 +29,12 @@ void AcDbHostApplicationServices::setWorkingDatabase(AcDbDatabase* database) {
 namespace kelhost::db {
 void DatabaseGoing(AcDbDatabase* database) {
   if (gOverride == database) gOverride = nullptr;
+}
+
+AcDbDatabase* DocumentDrawing() {
+  AcDbDatabase*& db = DocumentDatabase();
+  if (!db) db = new AcDbDatabase(true, false);
+  return db;
 }
 
 void NewDocumentDatabase() {

@@ -20,4 +20,6 @@ const BuiltinCommand* FindBuiltin(const std::wstring& upperName) {
   return it == Table().end() ? nullptr : &it->second;
 }
 
+void UnregisterBuiltin(const std::wstring& upperName) { Table().erase(upperName); }
+
 }  // namespace kelhost::editor

@@ -19,6 +19,8 @@ struct BuiltinCommand {
 bool RegisterBuiltin(const BuiltinCommand& command);
 // By upper-case name without prefixes; null when there is none.
 const BuiltinCommand* FindBuiltin(const std::wstring& upperName);
+// Takes a command away (tests that stand in for one put it back).
+void UnregisterBuiltin(const std::wstring& upperName);
 
 }  // namespace kelhost::editor
 

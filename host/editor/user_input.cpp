@@ -1,14 +1,21 @@
 #include "editor/user_input.h"
 
+#include <deque>
 #include <vector>
 
 namespace kelhost::editor {
 namespace {
 
+// Queued text in runs of the same echo, read in the order queued.
+struct QueuedRun {
+  ScriptSource text{L"", false};
+  bool echo = true;
+};
+
 struct InputState {
   std::unique_ptr<InputSource> base;
   std::vector<std::unique_ptr<InputSource>> scripts;
-  ScriptSource queued{L"", false};
+  std::deque<QueuedRun> queued;
   bool escape = false;
   bool endedInsideCommand = false;
 };
@@ -42,14 +49,25 @@ void PushScript(std::unique_ptr<InputSource> script) {
 
 int ScriptDepth() { return static_cast<int>(State().scripts.size()); }
 
-void QueueInput(const std::wstring& text) { State().queued.append(text); }
+void QueueInput(const std::wstring& text, bool echo) {
+  std::deque<QueuedRun>& queued = State().queued;
+  if (queued.empty() || queued.back().echo != echo) {
+    queued.emplace_back();
+    queued.back().echo = echo;
+  }
+  queued.back().text.append(text);
+}
 
 void EscapeInput() {
   State().queued.clear();
   State().escape = true;
 }
 
-bool QueuedInputPending() { return !State().queued.empty(); }
+bool QueuedInputPending() {
+  for (const QueuedRun& run : State().queued)
+    if (!run.text.empty()) return true;
+  return false;
+}
 
 ReadInput NextInput(bool spaces, bool atCommandPrompt) {
   InputState& s = State();
@@ -60,9 +78,14 @@ ReadInput NextInput(bool spaces, bool atCommandPrompt) {
     return r;
   }
   std::wstring text;
-  if (!s.queued.empty() && s.queued.read(text, spaces)) {
-    r.token = FromText(text);
-    return r;
+  while (!s.queued.empty()) {
+    QueuedRun& run = s.queued.front();
+    if (run.text.read(text, spaces)) {
+      r.token = FromText(text);
+      r.echoed = !run.echo;  // text queued without echo is not repeated
+      return r;
+    }
+    s.queued.pop_front();
   }
   if (!s.scripts.empty()) {
     if (s.scripts.back()->read(text, spaces)) {

@@ -19,8 +19,9 @@ void SetBaseInput(std::unique_ptr<InputSource> source);
 void PushScript(std::unique_ptr<InputSource> script);
 int ScriptDepth();
 // Text typed into the command line by a program: a space or line end in
-// it is Enter, as in a menu macro.
-void QueueInput(const std::wstring& text);
+// it is Enter, as in a menu macro. With echo false what it answers is not
+// repeated on the command line.
+void QueueInput(const std::wstring& text, bool echo = true);
 // Escape: queued text is dropped and the next answer is cancel.
 void EscapeInput();
 // True when text queued for the command line waits to be read.

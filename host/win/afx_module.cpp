@@ -1,6 +1,6 @@
 // The MFC extension-module frame: module state, the CDynLinkLibrary chain
-// (which AfxTermExtensionModule deletes, as MFC does), the resource handle,
-// the main window and the UI library's start-up.
+// (which AfxTermExtensionModule deletes, as MFC does), the resource handle
+// and the UI library's start-up.
 #include <algorithm>
 #include <vector>
 
@@ -55,11 +55,6 @@ HINSTANCE AfxGetResourceHandle() { return gResourceHandle; }
 void AfxSetResourceHandle(HINSTANCE h) { gResourceHandle = h; }
 
 void InitAcUiDLL() { ++gInitAcUiCalls; }
-
-CWnd* AfxGetMainWnd() {
-  static CWnd mainWindow;
-  return &mainWindow;
-}
 
 namespace kelhost {
 int InitAcUiDLLCallCount() { return gInitAcUiCalls; }

@@ -19,13 +19,24 @@ class KelEditorReactor : public AcEditorReactor {
   // Upper case, as read when the reactor was made.
   const CString& watchedCommands() const { return mWatchedCommands; }
 
-  // The command notifications keep the base class's empty behaviour until
-  // the object-snap handling is added; savedSnapMode and snapChanged are
-  // its state.
+  // While the module's switch is on, a command whose name occurs anywhere
+  // in the watched list text (a plain substring: "IN" and "SERT" match the
+  // default list too) turns OSMODE to 0, keeping its value and publishing
+  // it to AutoLISP as "kel_pub_osmode_value". U forgets the kept value.
+  void commandWillStart(const ACHAR* cmdStr) override;
+  // Puts the kept OSMODE back, once. A failed command is not heard: OSMODE
+  // stays 0 until the next watched command ends.
+  void commandEnded(const ACHAR* cmdStr) override;
+  void commandCancelled(const ACHAR* cmdStr) override;
+
+  // OSMODE as it was when the watched command started, and whether it is
+  // still to be put back.
   Adesk::Int32 savedSnapMode() const { return mSavedSnapMode; }
   bool snapChanged() const { return mSnapChanged; }
 
  private:
+  void restoreSnapMode();
+
   bool mAttached = false;
   Adesk::Int32 mSavedSnapMode = 0;
   bool mSnapChanged = false;

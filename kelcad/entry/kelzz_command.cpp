@@ -2,7 +2,7 @@
 // drawing's extents.
 #include "kelcad/entry/kelzz_command.h"
 
-#include "kelcad/entry/not_available.h"
+#include "kelcad/api/zoom.h"
 #include "kelcad/platform.h"
 
 namespace KEL {

@@ -3,6 +3,7 @@
 
 #include "kelbase/kelbase.h"
 #include "kelcad/api/cadvar.h"
+#include "kelcad/api/drawing_in_use.h"
 #include "kelcad/entry/editor_reactor.h"
 #include "kelcad/entry/kelzz_command.h"
 #include "kelcad/entry/module_state.h"
@@ -17,6 +18,7 @@ struct ModuleState {
   bool startedWithoutLauncher = true;
   toKelCadVar* savedCadVars = nullptr;
   KelEditorReactor* editorReactor = nullptr;
+  bool editorReactorOn = false;
 };
 
 ModuleState gState;
@@ -78,11 +80,15 @@ void ConsumeSoftwareProfileKey() {
 toKelCadVar* SavedCadVarSet() { return gState.savedCadVars; }
 KelEditorReactor* EditorReactor() { return gState.editorReactor; }
 bool StartedWithoutLauncher() { return gState.startedWithoutLauncher; }
+bool EditorReactorSwitchedOn() { return gState.editorReactorOn; }
+void SwitchEditorReactor(bool on) { gState.editorReactorOn = on; }
 
 void StartUpModule(void* appId) {
   // A module loaded again in the same process starts from a clean state,
   // as a freshly loaded library would.
   gState.startedWithoutLauncher = true;
+  gState.editorReactorOn = false;
+  ForgetCurrentDrawing();
   RegisterWithDynamicLinker(appId);
   AddCommonFilesDirToPath();
   AddKelCommands();

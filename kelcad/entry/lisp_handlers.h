@@ -1,5 +1,5 @@
 // AutoLISP handlers of the module frame: the help listing, the tolerance
-// functions and the project field file. Each reads its own arguments with
+// functions, the project field file and the editor reactor's switch. Each reads its own arguments with
 // acedGetArgs and sets its own result.
 #pragma once
 
@@ -21,6 +21,8 @@ int KEL_IsDoubleEQ();       // "kel_isdoubleeq"
 int KEL_IsZero();           // "kel_iszero"
 
 int KEL_SetGCIniPath();     // "kel_setgcinipath"
+
+int KEL_EnableEditorReactor();  // "kel_enableeditorreactor"
 
 }  // namespace Lisp
 }  // namespace KEL

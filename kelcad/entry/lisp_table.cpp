@@ -4,6 +4,7 @@
 
 #include "kelcad/entry/lisp_handlers.h"
 #include "kelcad/entry/not_available.h"
+#include "kelcad/lisp/cadvar_handlers.h"
 #include "kelcad/lisp/file_handlers.h"
 #include "kelcad/lisp/geometry_handlers.h"
 #include "kelcad/lisp/ini_handlers.h"
@@ -40,22 +41,22 @@ const LispFunctionRow kTable[kLispFunctionCount] = {
     {L"kel_kzsjxz", kNotBuilt, 0},               // 17
     {L"kel_entmakecircle", kNotBuilt, 0},        // 18
     {L"kel_lineplineint", KEL_LinePLineInt, 0},  // 19
-    {L"kel_clearundo", kNotBuilt, 0},            // 20
+    {L"kel_clearundo", KEL_ClearUNDO, 0},        // 20
     {L"kel_waiting", KEL_Waiting, 0},            // 21
     {L"kel_entmaketext", kNotBuilt, 0},          // 22
-    {L"kel_set0", kNotBuilt, 0},                 // 23
-    {L"kel_set1", kNotBuilt, 0},                 // 24
+    {L"kel_set0", KEL_Set0, 0},                  // 23
+    {L"kel_set1", KEL_Set1, 0},                  // 24
     {L"kel_atomsort", kNotBuilt, 0},             // 25
     {L"kel_sortpte", kNotBuilt, 0},              // 26
     {L"kel_getscreenlbrt", kNotBuilt, 0},        // 27
     {L"kel_isptinview", kNotBuilt, 0},           // 28
     {L"kel_entmakearc", kNotBuilt, 0},           // 29
     {L"kel_qq10xx", kNotBuilt, 0},               // 30
-    {L"kel_sv", kNotBuilt, 0},                   // 31
-    {L"kel_rv", kNotBuilt, 0},                   // 32
+    {L"kel_sv", KEL_SV, 0},                      // 31
+    {L"kel_rv", KEL_RV, 0},                      // 32
     {L"kel_getplvertex", kNotBuilt, 0},          // 33
-    {L"kel_undom", kNotBuilt, 0},                // 34
-    {L"kel_undob", kNotBuilt, 0},                // 35
+    {L"kel_undom", KEL_UndoM, 0},                // 34
+    {L"kel_undob", KEL_UndoB, 0},                // 35
     {L"kel_getarcvertex", kNotBuilt, 0},         // 36
     {L"kel_modiline", kNotBuilt, 0},             // 37
     {L"kel_getpickboxwidth", kNotBuilt, 0},      // 38
@@ -152,7 +153,7 @@ const LispFunctionRow kTable[kLispFunctionCount] = {
     {L"kel_getrightpointatdist", kNotBuilt, 0},  // 129
     {L"kel_bpoly", kNotBuilt, 0},                // 130
     {L"kel_str2strlst", KEL_Str2StrLst, 0},      // 131
-    {L"kel_enableeditorreactor", kNotBuilt, 0},  // 132
+    {L"kel_enableeditorreactor", KEL_EnableEditorReactor, 0},  // 132
     {L"kel_clearinvalidgroup", kNotBuilt, 0},    // 133
     {L"kel_createaligneddim", kNotBuilt, 0},     // 134
     {L"kel_createmaligneddim", kNotBuilt, 0},    // 135

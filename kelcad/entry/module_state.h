@@ -17,6 +17,11 @@ KelEditorReactor* EditorReactor();
 // the CAD program back its own menu.
 bool StartedWithoutLauncher();
 
+// The editor reactor's switch: off from start-up until an AutoLISP program
+// turns it on ("kel_enableeditorreactor").
+bool EditorReactorSwitchedOn();
+void SwitchEditorReactor(bool on);
+
 // The start-up sequence (kInitAppMsg) and the unload sequence
 // (kUnloadAppMsg). No step stops the sequence when it fails.
 void StartUpModule(void* appId);

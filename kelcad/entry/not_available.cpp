@@ -16,6 +16,4 @@ int LispNotAvailable() {
   return RTNORM;
 }
 
-void ZoomE() { ReportNotAvailable(L"KEL::ZoomE"); }
-
 }  // namespace KEL

@@ -11,7 +11,4 @@ void ReportNotAvailable(const wchar_t* name);
 // registered name of the function being called and returns nil.
 int LispNotAvailable();
 
-// Zoom to the drawing's extents (the command "KELZZ").
-void ZoomE();
-
 }  // namespace KEL

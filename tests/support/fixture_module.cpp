@@ -1,6 +1,7 @@
 // A small application used by the host's tests: it reports every message
 // it receives on the command line and offers a few external functions and
-// a command, so tests can watch the platform's protocol from outside.
+// commands, so tests can watch the platform's protocol from outside.
+// Scenario tests load it with ";; args: --arx @fixture@".
 #include <cstdlib>
 
 #include "arx/arxheaders.h"
@@ -10,6 +11,19 @@ namespace {
 void Log(const wchar_t* what) { acutPrintf(L"[%s]", what); }
 
 void FixCommand() { Log(L"fixcmd"); }
+
+// IN: a command named inside the list of commands that the KELCAD module's
+// editor reactor watches by default ("LINE,PLINE,INSERT,TEXT"). It shows
+// OSMODE as it runs and, when the AutoLISP symbol fix_in_then names a
+// command, runs that command inside itself.
+void InCommand() {
+  resbuf snap{};
+  if (acedGetVar(L"OSMODE", &snap) == RTNORM) acutPrintf(L"[IN: OSMODE %d]", snap.resval.rint);
+  resbuf* then = nullptr;
+  if (acedGetSym(L"fix_in_then", &then) == RTNORM && then != nullptr && then->restype == RTSTR)
+    acedCommandS(RTSTR, then->resval.rstring, RTNONE);
+  acutRelRb(then);
+}
 
 // (fix_echo args...): gives its arguments back as a list.
 void Echo() { acedRetList(acedGetArgs()); }
@@ -39,6 +53,7 @@ extern "C" __attribute__((visibility("default"))) AcRx::AppRetCode acrxEntryPoin
       if (!std::getenv("FIXTURE_LOCKED")) acrxDynamicLinker->unlockApplication(appId);
       acrxDynamicLinker->registerAppMDIAware(appId);
       acedRegCmds->addCommand(L"FIXGRP", L"FIXCMD", L"FIXLOCAL", ACRX_CMD_TRANSPARENT, FixCommand);
+      acedRegCmds->addCommand(L"FIXGRP", L"IN", L"IN", ACRX_CMD_MODAL, InCommand);
       break;
     case AcRx::kUnloadAppMsg:
       Log(L"unload-app");

@@ -44,6 +44,9 @@ int acedArxUnload(const ACHAR* app);
 
 int acedAlert(const ACHAR* str);
 int acedPrompt(const ACHAR* str);
+// Brings the display up to date (the graphics queue is flushed). The
+// headless host counts the calls (kelhost/ui.h).
+void acedUpdateDisplay();
 
 // System variables (any case). acedGetVar fills result (a string value is
 // a new copy the caller releases with free): RTNORM, RTERROR for an

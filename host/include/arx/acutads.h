@@ -5,6 +5,11 @@
 
 #include "adsdef.h"
 
+// The platform's allocator, the C heap: strings of result buffers that a
+// call hands over (acedGetVar's, for one) are released with acad_free.
+void* acad_malloc(size_t size);
+void acad_free(void* p);
+
 // A new node of the given type, value zeroed; null when out of memory.
 resbuf* acutNewRb(int type);
 // Releases the whole chain from rb on, with the strings and binary buffers

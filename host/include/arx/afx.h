@@ -179,10 +179,68 @@ void AfxSetResourceHandle(HINSTANCE h);
 // The AutoCAD UI library's per-module initialisation.
 void InitAcUiDLL();
 
+// Windows are headless stand-ins: a CWnd is a live window from its
+// construction to its destruction, its handle (m_hWnd) names it for the
+// Win32 calls of win32.h, and it keeps whether it is shown and enabled.
+// ShowWindow, EnableWindow, BringWindowToTop and SetForegroundWindow are
+// recorded for tests (kelhost/ui.h). A new window is hidden and enabled;
+// the program's own windows (adsw_acadMainWnd, adsw_acadDocWnd,
+// acedGetAcadFrame) are shown and take typed characters (WM_CHAR) into the
+// command line.
 class CWnd {
  public:
-  virtual ~CWnd() = default;
-  HWND GetSafeHwnd() const { return nullptr; }
+  CWnd();
+  virtual ~CWnd();
+  CWnd(const CWnd&) = delete;
+  CWnd& operator=(const CWnd&) = delete;
+
+  // The window of a handle; null for a handle that names no live window.
+  static CWnd* FromHandle(HWND hWnd);
+  HWND GetSafeHwnd() const { return m_hWnd; }
+
+  // Nonzero when the window was visible before the call.
+  BOOL ShowWindow(int nCmdShow);
+  // Nonzero when the window was disabled before the call.
+  BOOL EnableWindow(BOOL bEnable = TRUE);
+  void BringWindowToTop();
+  BOOL SetForegroundWindow();
+  BOOL IsWindowVisible() const { return mVisible ? TRUE : FALSE; }
+  BOOL IsWindowEnabled() const { return mEnabled ? TRUE : FALSE; }
+
+  // Both deliver the message to WindowProc at once.
+  LRESULT SendMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+  BOOL PostMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+
   int MessageBox(const wchar_t* text, const wchar_t* caption = nullptr, UINT type = MB_OK);
+
+  HWND m_hWnd;
+
+ protected:
+  // A window that starts shown (the program's own).
+  explicit CWnd(bool shown);
+  // Messages the window does not handle answer 0.
+  virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
+
+ private:
+  bool mVisible;
+  bool mEnabled = true;
 };
+
+class CFrameWnd : public CWnd {
+ public:
+  CFrameWnd() = default;
+
+ protected:
+  explicit CFrameWnd(bool shown) : CWnd(shown) {}
+};
+
+class CMDIFrameWnd : public CFrameWnd {
+ public:
+  CMDIFrameWnd() = default;
+
+ protected:
+  explicit CMDIFrameWnd(bool shown) : CFrameWnd(shown) {}
+};
+
+// The program's main window (the one acedGetAcadFrame gives).
 CWnd* AfxGetMainWnd();

@@ -34,3 +34,5 @@
 #include "acarray.h"
 #include "win32.h"
 #include "afx.h"
+#include "acdocman.h"
+#include "rxmfcapi.h"

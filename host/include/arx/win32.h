@@ -189,6 +189,44 @@ int MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type);
 DWORD GetTickCount();
 void Sleep(DWORD milliseconds);
 
+// Windows and their messages. The headless host has no screen: a window is
+// a CWnd stand-in (afx.h) that keeps whether it is shown and enabled, and
+// the program's own windows take typed characters into the command line.
+// A handle that names no live window is refused (FALSE, or 0 from
+// SendMessageW).
+typedef std::uintptr_t WPARAM;
+typedef std::intptr_t LPARAM;
+typedef std::intptr_t LRESULT;
+#define WM_KEYDOWN 0x0100
+#define WM_KEYUP 0x0101
+#define WM_CHAR 0x0102
+#define SW_HIDE 0
+#define SW_SHOWNORMAL 1
+#define SW_NORMAL 1
+#define SW_SHOWMINIMIZED 2
+#define SW_SHOWMAXIMIZED 3
+#define SW_MAXIMIZE 3
+#define SW_SHOWNOACTIVATE 4
+#define SW_SHOW 5
+#define SW_MINIMIZE 6
+#define SW_SHOWMINNOACTIVE 7
+#define SW_SHOWNA 8
+#define SW_RESTORE 9
+#define SW_SHOWDEFAULT 10
+// Delivers the message to the window at once and returns its answer.
+LRESULT SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+// Headless: the message is delivered at once as well.
+BOOL PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+BOOL IsWindow(HWND window);
+// Nonzero when the window was visible before the call.
+BOOL ShowWindow(HWND window, int showCommand);
+// Nonzero when the window was disabled before the call.
+BOOL EnableWindow(HWND window, BOOL enable);
+BOOL BringWindowToTop(HWND window);
+BOOL SetForegroundWindow(HWND window);
+BOOL IsWindowVisible(HWND window);
+BOOL IsWindowEnabled(HWND window);
+
 // C runtime calls of the Windows family.
 inline double _wtof(const wchar_t* s) { return s ? std::wcstod(s, nullptr) : 0.0; }
 inline int _wtoi(const wchar_t* s) { return s ? static_cast<int>(std::wcstol(s, nullptr, 10)) : 0; }

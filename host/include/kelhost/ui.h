@@ -22,4 +22,18 @@ int HeadlessMessageBoxAnswer(unsigned type);
 // How often InitAcUiDLL ran, and whether AfxEnableControlContainer did.
 int InitAcUiDLLCallCount();
 bool ControlContainerEnabled();
+
+// What was asked of windows (CWnd's calls and their Win32 forms) since the
+// last clear, oldest first.
+struct WindowCall {
+  enum Kind { kShow, kEnable, kBringToTop, kSetForeground };
+  const void* window = nullptr;  // the window's handle (HWND)
+  Kind kind = kShow;
+  int value = 0;  // kShow: the show code; kEnable: 1 or 0; otherwise 0
+};
+const std::vector<WindowCall>& WindowCalls();
+void ClearWindowCalls();
+
+// How often the display was brought up to date (acedUpdateDisplay).
+int DisplayUpdateCount();
 }  // namespace kelhost

@@ -24,6 +24,19 @@ int Check() {
 // geometry kernel.
 int Area() { return acedRetReal(acs_js_area(acedGetArgs())); }
 
+// (kelsib_vars): OSMODE as the module reads it, then CMDECHO in the
+// module's drafting state and after its saved set gave the user's back.
+int Vars() {
+  const int osmode = KEL::GetCADIntVar(L"OSMODE");
+  KEL::Set0();
+  const int drafting = KEL::GetCADIntVar(L"CMDECHO");
+  KEL::RestoreCADVar();
+  resbuf* list = acutBuildList(RTSHORT, osmode, RTSHORT, drafting, RTSHORT, KEL::GetCADIntVar(L"CMDECHO"), RTNONE);
+  acedRetList(list);
+  acutRelRb(list);
+  return RTNORM;
+}
+
 }  // namespace
 
 extern "C" __attribute__((visibility("default"))) AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode msg, void* appId) {
@@ -35,14 +48,17 @@ extern "C" __attribute__((visibility("default"))) AcRx::AppRetCode acrxEntryPoin
     case AcRx::kLoadDwgMsg:
       acedDefun(L"kelsib_check", 1);
       acedDefun(L"kelsib_area", 2);
+      acedDefun(L"kelsib_vars", 3);
       break;
     case AcRx::kUnloadDwgMsg:
       acedUndef(L"kelsib_check", 1);
       acedUndef(L"kelsib_area", 2);
+      acedUndef(L"kelsib_vars", 3);
       break;
     case AcRx::kInvkSubrMsg:
       if (acedGetFunCode() == 1) Check();
       if (acedGetFunCode() == 2) Area();
+      if (acedGetFunCode() == 3) Vars();
       break;
     default:
       break;

@@ -1,0 +1,23 @@
+;; The editor reactor: running object snaps are off while a watched command
+;; runs, once an AutoLISP program has switched it on; the user's value is
+;; published and put back when the command ends or is cancelled.
+(defun show (label value) (princ (strcat "\n" label ": ")) (princ value))
+(defun during-line ()
+  (command "LINE" "0,0")
+  (setq during (getvar "OSMODE"))
+  (command "10,0" "")
+  (list during (getvar "OSMODE") kel_pub_osmode_value))
+(setvar "CMDECHO" 0)
+(setvar "OSMODE" 35)
+(show "switched off: during, after, published" (during-line))
+(show "switching on gives" (kel_enableeditorreactor))
+(show "switched on: during, after, published" (during-line))
+(setvar "OSMODE" 7)
+(command "LINE" "0,0")
+(setq during (getvar "OSMODE"))
+(command)
+(show "LINE cancelled: during, after, published" (list during (getvar "OSMODE") kel_pub_osmode_value))
+(kel_enableeditorreactor nil)
+(setvar "OSMODE" 35)
+(show "switched off again" (during-line))
+(princ)
