@@ -76,7 +76,9 @@ Answer Ask(const Request& r, bool quiet) {
     const bool visible = shown;
     std::wstring typedText = in.token.kind == Token::kText ? in.token.text : L"";
     if (in.typed && in.token.kind == Token::kText && r.want != Want::kString && !typedText.empty()) {
-      if (typedText[0] == L'\'' && RunTransparentCommand(typedText.substr(1))) {
+      if (typedText[0] == L'\'' && IsTransparentCommand(typedText.substr(1))) {
+        if (visible && !in.echoed) Say(typedText);
+        RunTransparentCommand(typedText.substr(1));
         shown = false;
         continue;
       }
