@@ -48,6 +48,18 @@ bool WithRecordOpen(AcDbDatabase* db, Change change) {
   return ok;
 }
 
+// A drawing read from a file that had no active viewport gets one when
+// its view is first set.
+void AddActiveViewportRecord(AcDbDatabase* db) {
+  AcDbViewportTable* table = nullptr;
+  if (db->getViewportTable(table, AcDb::kForWrite) != Acad::eOk) return;
+  auto* record = new AcDbViewportTableRecord;
+  record->setName(L"*Active");
+  if (table->add(record) == Acad::eOk) record->close();
+  else delete record;
+  table->close();
+}
+
 }  // namespace
 
 AcDbViewportTableRecord* ActiveViewportRecord(const DatabaseState& s) {
@@ -75,6 +87,7 @@ ActiveView GetActiveView(const DatabaseState& s) {
 }
 
 bool SetActiveView(AcDbDatabase* db, const ActiveView& v) {
+  if (!ActiveViewportRecord(db->state())) AddActiveViewportRecord(db);
   return WithRecordOpen(db, [&v](AcDbViewportTableRecord* r) {
     r->setCenterPoint(v.center);
     r->setHeight(v.height);
@@ -111,6 +124,8 @@ bool GetViewportVar(const DatabaseState& s, const HeaderVarDef& def, HeaderValue
     out.real = r->height();
   } else if (name == L"LENSLENGTH") {
     out.real = r->lensLength();
+  } else if (name == L"VIEWTWIST") {
+    out.real = r->viewTwist();
   } else if (name == L"FRONTZ") {
     out.real = r->frontClipDistance();
   } else if (name == L"BACKZ") {
@@ -156,6 +171,8 @@ bool PutViewportVar(AcDbDatabase* db, const HeaderVarDef& def, const HeaderValue
     } else if (name == L"LENSLENGTH") {
       if (!(value.real > 0)) return false;
       r->setLensLength(value.real);
+    } else if (name == L"VIEWTWIST") {
+      r->setViewTwist(value.real);
     } else if (name == L"FRONTZ") {
       r->setFrontClipDistance(value.real);
     } else if (name == L"BACKZ") {

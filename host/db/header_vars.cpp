@@ -73,6 +73,7 @@ std::vector<HeaderVarDef> MakeDefs() {
       ReadOnly(Real(L"FRONTZ", 0.0, 1, 0, 40, V)),
       ReadOnly(Real(L"BACKZ", 0.0, 1, 0, 40, V)),
       ReadOnly(Real(L"LENSLENGTH", 50.0, 1, 0, 40, V)),
+      ReadOnly(Real(L"VIEWTWIST", 0.0, 1, 0, 50, V)),
   };
   const wchar_t* useri[] = {L"USERI1", L"USERI2", L"USERI3", L"USERI4", L"USERI5"};
   const wchar_t* userr[] = {L"USERR1", L"USERR2", L"USERR3", L"USERR4", L"USERR5"};

@@ -123,6 +123,7 @@ std::string MakeSlide() {
   c.top = view.center[1] + view.height / 2;
   c.scale = c.screen.height / view.height;
   SlideEncoder slide(c.screen.width, c.screen.height);
+  if (!(c.scale > 0) || !std::isfinite(c.scale)) return slide.finish();  // a view of no size shows nothing
   // Curves stay within half a pixel of their straight pieces.
   for (const SlideMark& m : DrawCurrentSpace(0.5 / c.scale)) {
     if (m.filled) {

@@ -100,6 +100,22 @@ TEST_F(ViewState, TheViewLivesInTheActiveViewportRecordAndIsSavedWithTheDrawing)
   EXPECT_EQ(eval(L"(cdr (assoc 12 (tblsearch \"VPORT\" \"*Active\")))"), L"(7.0 8.0 0.0)");
 }
 
+TEST_F(ViewState, ADrawingWithoutAnActiveViewportGetsOneWhenItsViewIsSet) {
+  AcDbObjectId active;
+  AcDbViewportTable* table = nullptr;
+  ASSERT_EQ(db->getViewportTable(table, AcDb::kForRead), Acad::eOk);
+  table->getAt(L"*Active", active);
+  table->close();
+  AcDbObject* record = nullptr;
+  ASSERT_EQ(acdbOpenObject(record, active, AcDb::kForWrite), Acad::eOk);
+  record->erase();
+  record->close();
+  expectView(210, 148.5, 297);  // a new drawing's
+  command(L"\"ZOOM\" \"C\" \"1,2\" \"3\"");
+  expectView(1, 2, 3);
+  EXPECT_EQ(eval(L"(cdr (assoc 40 (tblsearch \"VPORT\" \"*Active\")))"), L"3.0");
+}
+
 TEST_F(ViewState, ViewPointsAreReportedInTheCurrentUcs) {
   resbuf origin{};
   origin.restype = RT3DPOINT;
@@ -126,12 +142,14 @@ TEST_F(ViewState, SetCurrentViewShowsTheRecordWidenedToTheScreen) {
   view.setWidth(1);
   view.setViewDirection(AcGeVector3d(0, -1, 1));
   view.setLensLength(35);
+  view.setViewTwist(0.25);
   view.setFrontClipEnabled(true);
   view.setFrontClipAtEye(false);
   EXPECT_EQ(acedSetCurrentView(&view, nullptr), Acad::eOk);
   EXPECT_NEAR(real(L"VIEWSIZE"), 40, 1e-12);
   EXPECT_NEAR(point(L"VIEWDIR").y, -1, 1e-12);
   EXPECT_DOUBLE_EQ(real(L"LENSLENGTH"), 35);
+  EXPECT_DOUBLE_EQ(real(L"VIEWTWIST"), 0.25);
   EXPECT_EQ(var(L"VIEWMODE").resval.rint, 2 | 16);
 
   // Refused: no record, a view of no size or direction, a viewport the
