@@ -43,6 +43,7 @@ std::vector<HeaderVarDef> MakeDefs() {
       Point3(L"EXTMIN", kBig, kBig, kBig, true),
       Point3(L"EXTMAX", -kBig, -kBig, -kBig, true),
       Real(L"FILLETRAD", 0.0, 0, kAny),
+      Flag(L"FILLMODE", 1),
       Point3(L"INSBASE", 0, 0, 0),
       {L"LIMMIN", RTPOINT, 10, H, false, 1, 0, {0, 0, 0}, nullptr},
       {L"LIMMAX", RTPOINT, 10, H, false, 1, 0, {420, 297, 0}, nullptr},

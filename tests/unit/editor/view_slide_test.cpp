@@ -202,6 +202,13 @@ TEST_F(Mslide, WidePolylinesAreFilledAndTextIsItsBox) {
   }
   EXPECT_EQ(outline, 4);
   EXPECT_EQ(box, 4);
+
+  // Without FILLMODE only the outline is drawn.
+  eval(L"(setvar \"FILLMODE\" 0)");
+  command(L"\"MSLIDE\" \"" + path("outlined.sld") + L"\"");
+  const Slide outlined = Read(bytes("outlined.sld"));
+  EXPECT_TRUE(outlined.fills.empty());
+  EXPECT_EQ(outlined.vectors.size(), s.vectors.size());
 }
 
 TEST_F(Mslide, NameDefaultsToTheDrawingsAndAWrongPlaceFails) {
