@@ -14,8 +14,11 @@
 #include "arx/acutads.h"
 #include "arx/dbsymtb.h"
 #include "db/database_state.h"
+#include "db/drawing_extents.h"
 #include "editor/command_processor.h"
+#include "editor/screen.h"
 #include "editor/user_input.h"
+#include "editor/view.h"
 #include "kelhost/sysvars.h"
 #include "kelhost/text.h"
 
@@ -167,6 +170,20 @@ bool IsWorldUcs(const db::DatabaseState& s) {
          x.point[2] == 0 && y.point[0] == 0 && y.point[1] == 1 && y.point[2] == 0;
 }
 
+HeaderValue ViewCorner(bool upperRight) {
+  double lo[3], hi[3];
+  editor::ViewCornersInUcs(lo, hi);
+  HeaderValue v;
+  v.type = RT3DPOINT;
+  for (int i = 0; i < 3; ++i) v.point[i] = upperRight ? hi[i] : lo[i];
+  return v;
+}
+
+HeaderValue Extents(AcDbDatabase* db, const wchar_t* name) {
+  db::RefreshExtents(db, db->currentSpaceId());
+  return db::GetHeaderVar(db->state(), *db::FindHeaderVarDef(name));
+}
+
 // A variable that is not simply stored: its getter, and its setter (null
 // for a read-only one) returning RTNORM or RTREJ.
 struct Computed {
@@ -267,6 +284,24 @@ const std::vector<Computed>& ComputedVars() {
          return Text(names);
        },
        nullptr},
+      // The view's screen. The headless host has no display list to keep:
+      // every view change regenerates, so the virtual screen is exactly
+      // the area the view shows.
+      {L"SCREENSIZE",
+       [](AcDbDatabase*) {
+         const editor::ScreenSize s = editor::Screen();
+         HeaderValue v;
+         v.type = RTPOINT;
+         v.point[0] = s.width;
+         v.point[1] = s.height;
+         return v;
+       },
+       nullptr},
+      {L"VSMIN", [](AcDbDatabase*) { return ViewCorner(false); }, nullptr},
+      {L"VSMAX", [](AcDbDatabase*) { return ViewCorner(true); }, nullptr},
+      // Worked out again after any change (db/drawing_extents.h).
+      {L"EXTMIN", [](AcDbDatabase* db) { return Extents(db, L"EXTMIN"); }, nullptr},
+      {L"EXTMAX", [](AcDbDatabase* db) { return Extents(db, L"EXTMAX"); }, nullptr},
       {L"DATE",
        [](AcDbDatabase*) {
          double julian, calendar;
@@ -324,7 +359,7 @@ int SetVar(const ACHAR* sym, const resbuf* val, bool asHost) {
   if (const HeaderVarDef* def = db::FindHeaderVarDef(upper)) {
     if (def->readOnly && !asHost) return RTREJ;
     const int status = FromResbuf(*def, val, value);
-    if (status == RTNORM) db->state().headerVars[def->name] = value;
+    if (status == RTNORM && !db::PutHeaderVar(db, *def, value)) return RTREJ;
     return status;
   }
   return RTERROR;

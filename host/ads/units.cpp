@@ -254,6 +254,14 @@ bool ReadFeetInches(Cursor& c, double& v) {
 
 }  // namespace
 
+std::wstring kelhost::units::PromptDistance(double value) {
+  Settings s = CurrentSettings();
+  s.dimzin = 0;
+  if (s.lunits < 1 || s.lunits > 5 || s.luprec < 0 || s.luprec > 8 || !std::isfinite(value)) return std::to_wstring(value);
+  const std::string text = Linear(value, s.lunits, s.luprec, s);
+  return std::wstring(text.begin(), text.end());
+}
+
 int acutRToS(ads_real val, int unit, int prec, ACHAR* str, size_t nBufLen) {
   if (!str || nBufLen == 0) return RTERROR;
   const Settings s = kelhost::units::CurrentSettings();

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 namespace kelhost::units {
 
@@ -21,5 +22,10 @@ struct Settings {
 // restores the defaults above.
 void SetSettingsSource(std::function<Settings()> source);
 Settings CurrentSettings();
+
+// A distance as a command's prompt shows its default ("<297.0000>"): the
+// current units and precision, without DIMZIN's zero suppression (which
+// applies to rtos and dimension text only).
+std::wstring PromptDistance(double value);
 
 }  // namespace kelhost::units

@@ -7,8 +7,10 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "arx/dbdatabase.h"
+#include "db/active_view.h"
 #include "db/handle_index.h"
 #include "db/header_vars.h"
 #include "db/stub.h"
@@ -52,6 +54,13 @@ struct DatabaseState {
   bool tilemode = true;
   // The other header variables (see header_vars.h).
   HeaderStore headerVars;
+  // Views the editor showed before the current one, oldest first (ZOOM
+  // Previous).
+  std::vector<ActiveView> previousViews;
+  // EXTMIN and EXTMAX as last worked out, for the space extentsSpace;
+  // stale once an object changed since (db/drawing_extents.h).
+  bool extentsStale = true;
+  AcDbObjectId extentsSpace;
   // What a drawing file held that has no object of its own (dxf/file_extras.h).
   std::shared_ptr<dxf::FileExtras> fileExtras;
 

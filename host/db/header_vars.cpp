@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "arx/adsdef.h"
+#include "db/active_view.h"
 #include "db/database_state.h"
 
 namespace kelhost::db {
@@ -45,6 +46,7 @@ std::vector<HeaderVarDef> MakeDefs() {
       Point3(L"EXTMIN", kBig, kBig, kBig, true),
       Point3(L"EXTMAX", -kBig, -kBig, -kBig, true),
       Real(L"FILLETRAD", 0.0, 0, kAny),
+      Flag(L"FILLMODE", 1),
       Point3(L"INSBASE", 0, 0, 0),
       Flag(L"LIMCHECK", 0),
       {L"LIMMIN", RTPOINT, 10, H, false, 1, 0, {0, 0, 0}, nullptr},
@@ -76,8 +78,7 @@ std::vector<HeaderVarDef> MakeDefs() {
       ReadOnly(Real(L"FRONTZ", 0.0, 1, 0, 40, V)),
       ReadOnly(Real(L"BACKZ", 0.0, 1, 0, 40, V)),
       ReadOnly(Real(L"LENSLENGTH", 50.0, 1, 0, 40, V)),
-      Point3(L"VSMIN", 0, 0, 0, true, V),
-      Point3(L"VSMAX", 420, 297, 0, true, V),
+      ReadOnly(Real(L"VIEWTWIST", 0.0, 1, 0, 50, V)),
   };
   const wchar_t* useri[] = {L"USERI1", L"USERI2", L"USERI3", L"USERI4", L"USERI5"};
   const wchar_t* userr[] = {L"USERR1", L"USERR2", L"USERR3", L"USERR4", L"USERR5"};
@@ -119,11 +120,23 @@ HeaderValue DefaultHeaderValue(const HeaderVarDef& def) {
 }
 
 HeaderValue GetHeaderVar(const DatabaseState& state, const HeaderVarDef& def) {
+  HeaderValue fromViewport;
+  if (def.place == HeaderPlace::kViewport && GetViewportVar(state, def, fromViewport)) return fromViewport;
   auto it = state.headerVars.find(std::wstring_view(def.name));
   // A value read from a file under another group code still counts when
   // its kind agrees.
   if (it != state.headerVars.end() && it->second.type == def.type) return it->second;
   return DefaultHeaderValue(def);
+}
+
+}  // namespace kelhost::db
+
+namespace kelhost::db {
+
+bool PutHeaderVar(AcDbDatabase* db, const HeaderVarDef& def, const HeaderValue& value) {
+  if (def.place == HeaderPlace::kViewport && ActiveViewportRecord(db->state())) return PutViewportVar(db, def, value);
+  db->state().headerVars[def.name] = value;
+  return true;
 }
 
 }  // namespace kelhost::db

@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+class AcDbDatabase;
+
 namespace kelhost::db {
 
 struct DatabaseState;
@@ -53,7 +55,13 @@ const std::vector<HeaderVarDef>& HeaderVarDefs();
 // The definition of an upper-case name, or null.
 const HeaderVarDef* FindHeaderVarDef(const std::wstring& upperName);
 HeaderValue DefaultHeaderValue(const HeaderVarDef& def);
-// The stored value, else the default (a defined name must be given).
+// The stored value, else the default (a defined name must be given). A
+// variable placed in the viewport comes from the active viewport record
+// (db/active_view.h).
 HeaderValue GetHeaderVar(const DatabaseState& state, const HeaderVarDef& def);
+// Stores a value already checked against def, where the variable lives;
+// false when the viewport record refuses it (a zero view direction or
+// size) or cannot be opened.
+bool PutHeaderVar(AcDbDatabase* db, const HeaderVarDef& def, const HeaderValue& value);
 
 }  // namespace kelhost::db

@@ -306,6 +306,17 @@ void AcDbViewTableRecord::setIsPaperspaceView(bool on) {
   KELHOST_SET_VOID(mFlags, static_cast<short>(on ? (mFlags | 1) : (mFlags & ~1)));
 }
 
+namespace {
+short WithBit(short mode, short bit, bool on) { return static_cast<short>(on ? (mode | bit) : (mode & ~bit)); }
+}  // namespace
+
+void AcDbViewTableRecord::setPerspectiveEnabled(bool on) { KELHOST_SET_VOID(mViewMode, WithBit(mViewMode, 1, on)); }
+void AcDbViewTableRecord::setFrontClipEnabled(bool on) { KELHOST_SET_VOID(mViewMode, WithBit(mViewMode, 2, on)); }
+void AcDbViewTableRecord::setBackClipEnabled(bool on) { KELHOST_SET_VOID(mViewMode, WithBit(mViewMode, 4, on)); }
+void AcDbViewTableRecord::setFrontClipAtEye(bool atEye) {
+  KELHOST_SET_VOID(mViewMode, WithBit(mViewMode, 16, !atEye));
+}
+
 void AcDbViewTableRecord::dxfFields(kelhost::dxf::GroupFiler& f) {
   AcDbSymbolTableRecord::dxfFields(f);
   f.subclass(L"AcDbViewTableRecord");
@@ -342,6 +353,22 @@ void AcDbViewportTableRecord::setHeight(double h) { KELHOST_SET_VOID(mHeight, h)
 void AcDbViewportTableRecord::setTarget(const AcGePoint3d& p) { KELHOST_SET_VOID(mTarget, p); }
 void AcDbViewportTableRecord::setViewDirection(const AcGeVector3d& v) { KELHOST_SET_VOID(mDirection, v); }
 void AcDbViewportTableRecord::setLensLength(double l) { KELHOST_SET_VOID(mLens, l); }
+void AcDbViewportTableRecord::setWidth(double w) {
+  if (mHeight > 0 && w > 0) KELHOST_SET_VOID(mAspect, w / mHeight);
+}
+void AcDbViewportTableRecord::setViewTwist(double a) { KELHOST_SET_VOID(mTwist, a); }
+void AcDbViewportTableRecord::setFrontClipDistance(double d) { KELHOST_SET_VOID(mFront, d); }
+void AcDbViewportTableRecord::setBackClipDistance(double d) { KELHOST_SET_VOID(mBack, d); }
+void AcDbViewportTableRecord::setPerspectiveEnabled(bool on) { KELHOST_SET_VOID(mViewMode, WithBit(mViewMode, 1, on)); }
+void AcDbViewportTableRecord::setFrontClipEnabled(bool on) { KELHOST_SET_VOID(mViewMode, WithBit(mViewMode, 2, on)); }
+void AcDbViewportTableRecord::setBackClipEnabled(bool on) { KELHOST_SET_VOID(mViewMode, WithBit(mViewMode, 4, on)); }
+void AcDbViewportTableRecord::setUcsFollowMode(bool on) { KELHOST_SET_VOID(mViewMode, WithBit(mViewMode, 8, on)); }
+void AcDbViewportTableRecord::setFrontClipAtEye(bool atEye) {
+  KELHOST_SET_VOID(mViewMode, WithBit(mViewMode, 16, !atEye));
+}
+void AcDbViewportTableRecord::setSnapAngle(double a) { KELHOST_SET_VOID(mSnapAngle, a); }
+void AcDbViewportTableRecord::setSnapEnabled(bool on) { KELHOST_SET_VOID(mSnapOn, static_cast<short>(on ? 1 : 0)); }
+void AcDbViewportTableRecord::setGridEnabled(bool on) { KELHOST_SET_VOID(mGridOn, static_cast<short>(on ? 1 : 0)); }
 
 void AcDbViewportTableRecord::dxfFields(kelhost::dxf::GroupFiler& f) {
   AcDbSymbolTableRecord::dxfFields(f);

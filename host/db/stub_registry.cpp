@@ -10,7 +10,12 @@
 namespace kelhost::db {
 namespace {
 int gOpenCount = 0;
-std::vector<ObjectObserver*> gObservers;
+// Observers register from static initializers of other files: the list is
+// made on first use, whatever the order of initialization.
+std::vector<ObjectObserver*>& Observers() {
+  static std::vector<ObjectObserver*> observers;
+  return observers;
+}
 }  // namespace
 
 AcDbObject* Peek(AcDbObjectId id) {
@@ -34,17 +39,18 @@ std::vector<std::wstring> DescribeOpenObjects() {
 void AdjustOpenCount(int delta) { gOpenCount += delta; }
 
 void AddObjectObserver(ObjectObserver* observer) {
-  if (observer && std::find(gObservers.begin(), gObservers.end(), observer) == gObservers.end())
-    gObservers.push_back(observer);
+  std::vector<ObjectObserver*>& all = Observers();
+  if (observer && std::find(all.begin(), all.end(), observer) == all.end()) all.push_back(observer);
 }
 void RemoveObjectObserver(ObjectObserver* observer) {
-  gObservers.erase(std::remove(gObservers.begin(), gObservers.end(), observer), gObservers.end());
+  std::vector<ObjectObserver*>& all = Observers();
+  all.erase(std::remove(all.begin(), all.end(), observer), all.end());
 }
 void NotifyBeforeWrite(AcDbObject* object) {
-  for (ObjectObserver* o : gObservers) o->beforeWrite(object);
+  for (ObjectObserver* o : Observers()) o->beforeWrite(object);
 }
 void NotifyAdded(AcDbObject* object) {
-  for (ObjectObserver* o : gObservers) o->added(object);
+  for (ObjectObserver* o : Observers()) o->added(object);
 }
 
 }  // namespace kelhost::db

@@ -5,6 +5,7 @@
 #include "arx/adsdef.h"
 #include "arx/dbsymtb.h"
 #include "db/database_state.h"
+#include "db/drawing_extents.h"
 #include "db/header_vars.h"
 #include "kelhost/text.h"
 
@@ -157,7 +158,9 @@ void WriteHeader(AcDbDatabase* db, std::uint64_t handseed, RawGroups& out) {
   var("$TILEMODE", 70, db->tilemode() ? "1" : "0");
 
   // The drawing's other variables: the defined ones in their order (with
-  // their defaults when never set), then whatever else a file gave.
+  // their defaults when never set), then whatever else a file gave. The
+  // header's extents are the model space's.
+  db::RefreshExtents(db, db->state().modelSpace);
   const db::DatabaseState& state = db->state();
   std::set<std::wstring> written;
   for (const db::HeaderVarDef& def : db::HeaderVarDefs()) {

@@ -35,7 +35,16 @@ Request Make(Want want, const std::wstring& prompt, const std::wstring& keywords
 }  // namespace
 
 Answer CommandContext::ask(const Request& request) {
-  Answer a = Ask(request, !mCommand.echo);
+  Answer a;
+  if (mCommand.transparent) {
+    // A transparent command's prompts start with ">>" (after their line feeds).
+    Request marked = request;
+    const size_t at = marked.prompt.find_first_not_of(L'\n');
+    marked.prompt.insert(at == std::wstring::npos ? marked.prompt.size() : at, L">>");
+    a = Ask(marked, !mCommand.echo);
+  } else {
+    a = Ask(request, !mCommand.echo);
+  }
   if (a.status == RTCAN) throw CommandCancelled{};
   return a;
 }
@@ -84,6 +93,8 @@ void CommandContext::print(const std::wstring& text) {
 bool CommandContext::echoes() const { return mCommand.echo; }
 
 const std::wstring& CommandContext::name() const { return mCommand.global; }
+
+bool CommandContext::transparent() const { return mCommand.transparent; }
 
 void CommandContext::cancel() { throw CommandCancelled{}; }
 

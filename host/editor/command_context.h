@@ -51,6 +51,8 @@ class CommandContext {
   bool echoes() const;
   // The command's global name, upper case.
   const std::wstring& name() const;
+  // Run inside another command ('ZOOM): its prompts start with ">>".
+  bool transparent() const;
 
   [[noreturn]] void cancel();
   // Prints message (when not empty) and ends the command as failed.

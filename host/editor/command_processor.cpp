@@ -26,7 +26,8 @@ std::wstring gLastTyped;
 
 // A name as typed: "_" asks for the global (English) name, "." for the
 // built-in command even when an application redefined it, "-" for the
-// command-line form of a command that has a dialog.
+// command-line form of a command that has a dialog; a leading "'" (a
+// transparent call) is passed over.
 struct CommandName {
   std::wstring upper;   // without "_" and "."; with "-"
   bool globalOnly = false;
@@ -37,6 +38,8 @@ CommandName Parse(const std::wstring& typed) {
   CommandName n;
   std::wstring s = ToUpper(typed);
   size_t i = 0;
+  // 'NAME at the "Command:" prompt is the command itself.
+  if (!s.empty() && s[0] == L'\'') ++i;
   while (i < s.size() && (s[i] == L'_' || s[i] == L'.')) {
     (s[i] == L'_' ? n.globalOnly : n.builtinOnly) = true;
     ++i;
@@ -280,13 +283,21 @@ bool RunTransparentCommand(const std::wstring& typed) {
   if (AcEdCommand* cmd = Registered(n)) {
     if (!(cmd->commandFlags() & ACRX_CMD_TRANSPARENT)) return false;
     RunRegistered(*cmd, typed, origin, feed, outcome);
-    return true;
+  } else {
+    const BuiltinCommand* b = Builtin(n);
+    if (!b || !b->transparent) return false;
+    // It answers from the interrupted command's call, then from the user.
+    RunBuiltin(*b, typed, origin, feed, true, outcome);
   }
-  const BuiltinCommand* b = Builtin(n);
-  if (!b || !b->transparent) return false;
-  // It answers from the interrupted command's call, then from the user.
-  RunBuiltin(*b, typed, origin, feed, true, outcome);
+  if (outer && outer->echo) Say(L"\nResuming " + outer->global + L" command.");
   return true;
+}
+
+bool IsTransparentCommand(const std::wstring& typed) {
+  const CommandName n = Parse(typed);
+  if (AcEdCommand* cmd = Registered(n)) return (cmd->commandFlags() & ACRX_CMD_TRANSPARENT) != 0;
+  const BuiltinCommand* b = Builtin(n);
+  return b && b->transparent;
 }
 
 bool CommandWaiting() { return TopWaiting() != nullptr; }

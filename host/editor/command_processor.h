@@ -74,6 +74,8 @@ bool RunTypedCommand(const std::wstring& typed);
 // A transparent command typed at a prompt ('ZOOM): runs with the answers
 // of the command it interrupts. False when it is not one.
 bool RunTransparentCommand(const std::wstring& typed);
+// Whether the name names a command that may run transparently.
+bool IsTransparentCommand(const std::wstring& typed);
 // Whether a command started by a call waits for more answers.
 bool CommandWaiting();
 // The waiting command goes on with the user's answers until it ends.

@@ -77,8 +77,9 @@ Answer Ask(const Request& r, bool quiet) {
     std::wstring typedText = in.token.kind == Token::kText ? in.token.text : L"";
     // 'NAME runs a transparent command, from a call's answers too.
     if (in.token.kind == Token::kText && r.want != Want::kString && typedText.size() > 1 && typedText[0] == L'\'') {
-      if (visible && !in.echoed) Say(typedText);
-      if (RunTransparentCommand(typedText.substr(1))) {
+      if (IsTransparentCommand(typedText.substr(1))) {
+        if (visible && !in.echoed) Say(typedText);
+        RunTransparentCommand(typedText.substr(1));
         shown = false;
         continue;
       }

@@ -30,6 +30,7 @@
 #include "dbgroup.h"
 #include "aced_editor.h"
 #include "aced_command.h"
+#include "aced_view.h"
 #include "acge.h"
 #include "acarray.h"
 #include "win32.h"

@@ -188,6 +188,11 @@ class AcDbText : public AcDbEntity {
   Acad::ErrorStatus setNormal(const AcGeVector3d& n);
   // Moves, rotates and scales the text (uniform scaling only).
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
+  // The box of the text's characters from the baseline to the text height,
+  // placed by its justification; character widths are estimated as
+  // multiline text estimates them (db/mtext_layout.h). Text that shows no
+  // characters has none (eInvalidExtents).
+  Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
 
  protected:
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;

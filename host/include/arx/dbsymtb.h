@@ -359,6 +359,15 @@ class AcDbViewTableRecord : public AcDbSymbolTableRecord {
   void setBackClipDistance(double d);
   bool isPaperspaceView() const { return (mFlags & 1) != 0; }
   void setIsPaperspaceView(bool on);
+  // The view mode (VIEWMODE's bits 1, 2, 4 and 16).
+  bool perspectiveEnabled() const { return (mViewMode & 1) != 0; }
+  void setPerspectiveEnabled(bool on);
+  bool frontClipEnabled() const { return (mViewMode & 2) != 0; }
+  void setFrontClipEnabled(bool on);
+  bool backClipEnabled() const { return (mViewMode & 4) != 0; }
+  void setBackClipEnabled(bool on);
+  bool frontClipAtEye() const { return (mViewMode & 16) == 0; }
+  void setFrontClipAtEye(bool atEye);
 
  protected:
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;
@@ -403,13 +412,36 @@ class AcDbViewportTableRecord : public AcDbSymbolTableRecord {
   void setTarget(const AcGePoint3d& p);
   AcGeVector3d viewDirection() const { return mDirection; }
   void setViewDirection(const AcGeVector3d& v);
+  // The width as the viewport's aspect ratio keeps it (group 41).
+  void setWidth(double w);
   double viewTwist() const { return mTwist; }
+  void setViewTwist(double a);
   double lensLength() const { return mLens; }
   void setLensLength(double l);
+  double frontClipDistance() const { return mFront; }
+  void setFrontClipDistance(double d);
+  double backClipDistance() const { return mBack; }
+  void setBackClipDistance(double d);
+  // The view mode (VIEWMODE's bits).
+  bool perspectiveEnabled() const { return (mViewMode & 1) != 0; }
+  void setPerspectiveEnabled(bool on);
+  bool frontClipEnabled() const { return (mViewMode & 2) != 0; }
+  void setFrontClipEnabled(bool on);
+  bool backClipEnabled() const { return (mViewMode & 4) != 0; }
+  void setBackClipEnabled(bool on);
+  bool ucsFollowMode() const { return (mViewMode & 8) != 0; }
+  void setUcsFollowMode(bool on);
+  bool frontClipAtEye() const { return (mViewMode & 16) == 0; }
+  void setFrontClipAtEye(bool atEye);
   AcGePoint2d snapBase() const { return mSnapBase; }
   AcGeVector2d snapIncrements() const { return mSnapSpacing; }
   AcGeVector2d gridIncrements() const { return mGridSpacing; }
   double snapAngle() const { return mSnapAngle; }
+  void setSnapAngle(double a);
+  bool snapEnabled() const { return mSnapOn != 0; }
+  void setSnapEnabled(bool on);
+  bool gridEnabled() const { return mGridOn != 0; }
+  void setGridEnabled(bool on);
 
  protected:
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;

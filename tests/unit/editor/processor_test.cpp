@@ -150,7 +150,7 @@ TEST_F(Processor, ATransparentCommandRunsInsideAPromptWithTheSameAnswers) {
   out.clear();
   RunTypedCommand(L"LINE");
   EXPECT_EQ(entityCount(), 2);
-  EXPECT_EQ(out, L"\nSpecify first point: 'ktestprobe\n[probe]\nSpecify first point: 0,0"
+  EXPECT_EQ(out, L"\nSpecify first point: 'ktestprobe\n[probe]\nResuming LINE command.\nSpecify first point: 0,0"
                  L"\nSpecify next point or [Undo]: 1,1\nSpecify next point or [Undo]: ");
   EXPECT_EQ(reactor.log, L"start:LINE start:KTESTPROBE ended:KTESTPROBE ended:LINE ");
   EXPECT_FALSE(RunTransparentCommand(L"LINE"));  // not a transparent command

@@ -35,8 +35,8 @@ TEST_F(ZoomExtents, AnEmptyDrawingZoomsToItsExtentsAndEchoComesBack) {
 }
 
 TEST_F(ZoomExtents, TheWindowHasAThreePercentMarginAtZeroElevationInUserCoordinates) {
-  HostVar(L"EXTMIN", 0.0, 0.0, 5.0);
-  HostVar(L"EXTMAX", 100.0, 50.0, 7.0);
+  // The drawing's extents are kept exact: one line spans them.
+  Eval(L"(entmake '((0 . \"LINE\") (10 0.0 0.0 5.0) (11 100.0 50.0 7.0)))");
   KEL::ZoomE();
   // 3% of the diagonal along the diagonal: 3 across, 1.5 up.
   ExpectWindow(-3.0, -1.5, 103.0, 51.5);
@@ -48,8 +48,7 @@ TEST_F(ZoomExtents, TheWindowHasAThreePercentMarginAtZeroElevationInUserCoordina
 
 TEST_F(ZoomExtents, TheKelzzCommandZooms) {
   ASSERT_TRUE(LoadModule());
-  HostVar(L"EXTMIN", 0.0, 0.0, 0.0);
-  HostVar(L"EXTMAX", 100.0, 0.0, 0.0);
+  Eval(L"(entmake '((0 . \"LINE\") (10 0.0 0.0 0.0) (11 100.0 0.0 0.0)))");
   EXPECT_TRUE(kelhost::Host::instance().runCommand(L"KELZZ"));
   ExpectWindow(-3.0, 0.0, 103.0, 0.0);
 }
