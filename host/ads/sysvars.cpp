@@ -319,7 +319,10 @@ int SetVar(const ACHAR* sym, const resbuf* val, bool asHost) {
   if (const HeaderVarDef* def = db::FindHeaderVarDef(upper)) {
     if (def->readOnly && !asHost) return RTREJ;
     const int status = FromResbuf(*def, val, value);
-    if (status == RTNORM) db->state().headerVars[def->name] = value;
+    if (status == RTNORM) {
+      db::NotifyBeforeHeaderWrite(db);
+      db->state().headerVars[def->name] = value;
+    }
     return status;
   }
   return RTERROR;

@@ -46,5 +46,11 @@ void NotifyBeforeWrite(AcDbObject* object) {
 void NotifyAdded(AcDbObject* object) {
   for (ObjectObserver* o : gObservers) o->added(object);
 }
+void NotifyBeforeHeaderWrite(AcDbDatabase* db) {
+  for (ObjectObserver* o : gObservers) o->beforeHeaderWrite(db);
+}
+void NotifyDatabaseGoing(AcDbDatabase* db) {
+  for (ObjectObserver* o : gObservers) o->databaseGoing(db);
+}
 
 }  // namespace kelhost::db
