@@ -320,7 +320,7 @@ int SetVar(const ACHAR* sym, const resbuf* val, bool asHost) {
     if (def->readOnly && !asHost) return RTREJ;
     const int status = FromResbuf(*def, val, value);
     if (status == RTNORM) {
-      db::NotifyBeforeHeaderWrite(db);
+      db::NotifyBeforeHeaderWrite(db, def->name);
       db->state().headerVars[def->name] = value;
     }
     return status;

@@ -48,14 +48,15 @@ std::vector<std::wstring> DescribeOpenObjects();
 // Told before an object is opened for write (or changed as if it were)
 // and after an object joins a database: where the undo journal records
 // prior states and the drawing's extents learn that they changed. Also
-// told before a database's header variables change (the database's own
-// setters, acedSetVar, the host's SetHostVar) and as a database goes.
+// told before one of a database's header variables changes (the
+// database's own setters, acedSetVar, the host's SetHostVar; name in upper
+// case) and as a database goes.
 class ObjectObserver {
  public:
   virtual ~ObjectObserver() = default;
   virtual void beforeWrite(AcDbObject* object) = 0;
   virtual void added(AcDbObject* object) = 0;
-  virtual void beforeHeaderWrite(AcDbDatabase* db) { (void)db; }
+  virtual void beforeHeaderWrite(AcDbDatabase* db, const wchar_t* name) { (void)db, (void)name; }
   virtual void databaseGoing(AcDbDatabase* db) { (void)db; }
 };
 // Observers are told in the order they were added.
@@ -63,7 +64,7 @@ void AddObjectObserver(ObjectObserver* observer);
 void RemoveObjectObserver(ObjectObserver* observer);
 void NotifyBeforeWrite(AcDbObject* object);
 void NotifyAdded(AcDbObject* object);
-void NotifyBeforeHeaderWrite(AcDbDatabase* db);
+void NotifyBeforeHeaderWrite(AcDbDatabase* db, const wchar_t* name);
 void NotifyDatabaseGoing(AcDbDatabase* db);
 
 }  // namespace kelhost::db

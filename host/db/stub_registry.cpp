@@ -46,8 +46,8 @@ void NotifyBeforeWrite(AcDbObject* object) {
 void NotifyAdded(AcDbObject* object) {
   for (ObjectObserver* o : gObservers) o->added(object);
 }
-void NotifyBeforeHeaderWrite(AcDbDatabase* db) {
-  for (ObjectObserver* o : gObservers) o->beforeHeaderWrite(db);
+void NotifyBeforeHeaderWrite(AcDbDatabase* db, const wchar_t* name) {
+  for (ObjectObserver* o : gObservers) o->beforeHeaderWrite(db, name);
 }
 void NotifyDatabaseGoing(AcDbDatabase* db) {
   for (ObjectObserver* o : gObservers) o->databaseGoing(db);

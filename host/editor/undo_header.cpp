@@ -44,48 +44,66 @@ void HeaderRecord::PutFields(db::DatabaseState& s, const Fields& f) {
   s.tilemode = f.tilemode;
 }
 
-HeaderRecord::HeaderRecord(const db::DatabaseState& state) : mFields(FieldsOf(state)) {
-  mVars.reserve(state.headerVars.size());
-  for (const auto& [name, value] : state.headerVars) mVars.emplace_back(name, value);
+HeaderRecord::StoreValue HeaderRecord::StoreValueOf(const db::DatabaseState& s, const std::wstring& name) {
+  auto it = s.headerVars.find(name);
+  return {name, it == s.headerVars.end() ? std::nullopt : std::optional<db::HeaderValue>(it->second)};
+}
+
+void HeaderRecord::save(const db::DatabaseState& state, const wchar_t* name) {
+  // The store holds the variables with a definition; the others are the
+  // database's fields.
+  if (!name || !db::FindHeaderVarDef(name)) {
+    if (!mFields) mFields = FieldsOf(state);
+    return;
+  }
+  for (const StoreValue& held : mVars)
+    if (held.first == name) return;
+  mVars.push_back(StoreValueOf(state, name));
 }
 
 bool HeaderRecord::keepChanges(const db::DatabaseState& now) {
   if (mFields && *mFields == FieldsOf(now)) mFields.reset();
-  // Both lists are in name order (the store is a sorted map): one pass
-  // finds the changed values and the variables the store gained, which
-  // putting the header back removes.
-  std::vector<std::pair<std::wstring, std::optional<db::HeaderValue>>> changed;
-  auto it = now.headerVars.begin();
-  const auto end = now.headerVars.end();
-  for (auto& [name, value] : mVars) {
-    for (; it != end && it->first < name; ++it) changed.emplace_back(it->first, std::nullopt);
-    if (it != end && it->first == name) {
-      if (!Same(it->second, *value)) changed.emplace_back(std::move(name), std::move(value));
-      ++it;
-    } else {
-      changed.emplace_back(std::move(name), std::move(value));
-    }
+  std::size_t kept = 0;
+  for (std::size_t i = 0; i < mVars.size(); ++i) {
+    const StoreValue current = StoreValueOf(now, mVars[i].first);
+    const bool same = current.second.has_value() == mVars[i].second.has_value() &&
+                      (!current.second || Same(*current.second, *mVars[i].second));
+    if (same) continue;
+    if (kept != i) mVars[kept] = std::move(mVars[i]);
+    ++kept;
   }
-  for (; it != end; ++it) changed.emplace_back(it->first, std::nullopt);
-  mVars = std::move(changed);
+  mVars.resize(kept);
   mVars.shrink_to_fit();
   return mFields || !mVars.empty();
 }
 
-HeaderRecord HeaderRecord::putBack(db::DatabaseState& state) const {
+HeaderRecord HeaderRecord::putBack(AcDbDatabase* database) const {
   HeaderRecord replaced;
+  db::DatabaseState& state = database->state();
   if (mFields) {
+    for (const wchar_t* name : {L"CLAYER", L"CELTYPE", L"TEXTSTYLE", L"DIMSTYLE", L"CECOLOR", L"CELTSCALE",
+                                L"TEXTSIZE", L"LTSCALE", L"CELWEIGHT", L"TILEMODE"})
+      db::NotifyBeforeHeaderWrite(database, name);
     replaced.mFields = FieldsOf(state);
     PutFields(state, *mFields);
   }
   for (const auto& [name, value] : mVars) {
-    auto it = state.headerVars.find(name);
-    replaced.mVars.emplace_back(name, it == state.headerVars.end() ? std::nullopt
-                                                                   : std::optional<db::HeaderValue>(it->second));
+    db::NotifyBeforeHeaderWrite(database, name.c_str());
+    replaced.mVars.push_back(StoreValueOf(state, name));
     if (value) state.headerVars[name] = *value;
-    else if (it != state.headerVars.end()) state.headerVars.erase(it);
+    else state.headerVars.erase(name);
   }
   return replaced;
+}
+
+void HeaderRecord::absorb(HeaderRecord&& later) {
+  if (!mFields) mFields = later.mFields;
+  const std::size_t mine = mVars.size();
+  for (StoreValue& value : later.mVars) {
+    bool held = false;
+    for (std::size_t i = 0; i < mine && !held; ++i) held = mVars[i].first == value.first;
+    if (!held) mVars.push_back(std::move(value));
+  }
 }
 
 }  // namespace kelhost::editor::undo

@@ -70,9 +70,11 @@ class Journal : public db::ObjectObserver {
   void beforeWrite(AcDbObject* object) override { record(object, false); }
   void added(AcDbObject* object) override { record(object, true); }
 
-  void beforeHeaderWrite(AcDbDatabase* database) override {
+  void beforeHeaderWrite(AcDbDatabase* database, const wchar_t* name) override {
     Step* step = recording(database);
-    if (step && !step->header) step->header = std::make_unique<HeaderRecord>(database->state());
+    if (!step) return;
+    if (!step->header) step->header = std::make_unique<HeaderRecord>();
+    step->header->save(database->state(), name);
   }
 
   void databaseGoing(AcDbDatabase* database) override {
@@ -102,7 +104,9 @@ class Journal : public db::ObjectObserver {
     return b;
   }
 
-  // UNDOCTL and UNDOMARKS follow the journal's state.
+  // UNDOCTL and UNDOMARKS belong to the journal: read-only for programs,
+  // written whenever its settings, its open group or its marks change. The
+  // session's defaults (53 and 0) are the journal's state at the start.
   void publish() const {
     resbuf rb{};
     rb.restype = RTSHORT;

@@ -102,7 +102,7 @@ Step Step::undo(AcDbDatabase* db) const {
   redo.objects.reserve(objects.size());
   std::vector<std::uint8_t> scratch;
   for (auto it = objects.rbegin(); it != objects.rend(); ++it) redo.objects.push_back(it->putBack(scratch));
-  if (header && db) redo.header = std::make_unique<HeaderRecord>(header->putBack(db->state()));
+  if (header && db) redo.header = std::make_unique<HeaderRecord>(header->putBack(db));
   return redo;
 }
 
@@ -134,6 +134,7 @@ void Step::absorb(Step&& later) {
     }
   }
   if (!header) header = std::move(later.header);
+  else if (later.header) header->absorb(std::move(*later.header));
 }
 
 }  // namespace kelhost::editor::undo

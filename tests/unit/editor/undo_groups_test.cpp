@@ -96,6 +96,17 @@ TEST_F(UndoGroupsTest, BeginAndEndMakeOneStepNamedGroup) {
   EXPECT_EQ(live(L"LINE") + live(L"POINT"), 0);
 }
 
+TEST_F(UndoGroupsTest, AGroupPutsBackEveryVariableItsStepsChanged) {
+  const std::wstring before = fingerprint();
+  type(L"UNDO", {L"BE"});
+  lisp(LR"((setvar "CECOLOR" "3"))");
+  lisp(LR"((setvar "USERI1" 7))");
+  lisp(LR"((progn (setvar "TEXTSIZE" 9.0) (setvar "USERR1" 1.5) (setvar "USERI1" 8)))");
+  type(L"UNDO", {L"E"});
+  type(L"U");
+  EXPECT_EQ(fingerprint(), before);
+}
+
 TEST_F(UndoGroupsTest, UndoStopsAtTheStartOfAnOpenGroup) {
   type(L"LINE", {L"0,0", L"1,0", L""});
   type(L"UNDO", {L"BEgin"});
