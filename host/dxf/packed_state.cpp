@@ -1,6 +1,7 @@
 #include "dxf/packed_state.h"
 
 #include <cstring>
+#include <cwchar>
 #include <deque>
 #include <string>
 #include <unordered_map>
@@ -193,7 +194,7 @@ class PackWriter : public GroupFiler {
     auto* rec = db::PeekAs<AcDbSymbolTableRecord>(v);
     const ACHAR* name = def;
     if (rec) rec->getName(name);
-    if (p == Presence::kUnlessDefault && EqualNoCase(name, def)) return;
+    if (p == Presence::kUnlessDefault && (std::wcscmp(name, def) == 0 || EqualNoCase(name, def))) return;
     if (rec) mBytes.id(code, kRecord, v);
     else mBytes.text(code, def);
   }
@@ -252,7 +253,9 @@ class PackedReader : public ListReader {
 // lives in one pool that the nodes point into once it is complete.
 class Unpacker {
  public:
-  Unpacker(const std::uint8_t* data, std::size_t size) : mAt(data), mEnd(data + size) {}
+  Unpacker(const std::uint8_t* data, std::size_t size) : mAt(data), mEnd(data + size) {
+    groups.reserve(size / 8);  // a group takes at least 3 bytes, most take 11 or more
+  }
 
   bool run(AcDbObjectId& owner, AcDbObjectId& xdict) {
     std::int64_t o = 0, x = 0;

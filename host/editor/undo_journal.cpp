@@ -270,7 +270,7 @@ class Journal : public db::ObjectObserver {
     mStep = Step();
     mOpen = Open::kNone;
     if (control == Control::kNone || !database) return;
-    const bool changed = step.compact(database->state());
+    const bool changed = step.compact(database->state(), mScratch);
     if (!changed && !evenEmpty) return;
     push(std::move(step), database);
   }
@@ -290,7 +290,7 @@ class Journal : public db::ObjectObserver {
   // Undoes a step, giving the step that undoes that.
   Step replay(const Step& step) {
     mReplaying = true;
-    Step back = step.undo(mDb);
+    Step back = step.undo(mDb, mScratch);
     mReplaying = false;
     return back;
   }

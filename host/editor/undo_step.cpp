@@ -95,19 +95,17 @@ void SavedObject::absorb(SavedObject&& later) {
   mBytes = Bytes(flags(), later.state(), later.length() - 1);
 }
 
-Step Step::undo(AcDbDatabase* db) const {
+Step Step::undo(AcDbDatabase* db, std::vector<std::uint8_t>& scratch) const {
   Step redo;
   redo.kind = kind;
   redo.name = name;
   redo.objects.reserve(objects.size());
-  std::vector<std::uint8_t> scratch;
   for (auto it = objects.rbegin(); it != objects.rend(); ++it) redo.objects.push_back(it->putBack(scratch));
   if (header && db) redo.header = std::make_unique<HeaderRecord>(header->putBack(db));
   return redo;
 }
 
-bool Step::compact(const db::DatabaseState& now) {
-  std::vector<std::uint8_t> scratch;
+bool Step::compact(const db::DatabaseState& now, std::vector<std::uint8_t>& scratch) {
   std::size_t kept = 0;
   for (std::size_t i = 0; i < objects.size(); ++i) {
     if (!objects[i].needed(scratch)) continue;

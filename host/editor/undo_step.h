@@ -58,10 +58,11 @@ struct Step {
 
   bool empty() const { return objects.empty() && !header; }
   // Puts back the objects (the last touched first), then the header of
-  // db; returns the step that puts back what was replaced.
-  Step undo(AcDbDatabase* db) const;
+  // db; returns the step that puts back what was replaced. scratch: a
+  // buffer to reuse.
+  Step undo(AcDbDatabase* db, std::vector<std::uint8_t>& scratch) const;
   // Drops what the step left as it was; false when nothing is left.
-  bool compact(const db::DatabaseState& now);
+  bool compact(const db::DatabaseState& now, std::vector<std::uint8_t>& scratch);
   // Merges a later step into this one: the earliest state of each object
   // and of the header stays.
   void absorb(Step&& later);
