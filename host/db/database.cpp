@@ -44,6 +44,7 @@ AcDbDatabase::AcDbDatabase(bool buildDefaultDrawing, bool) : mState(std::make_un
 }
 
 AcDbDatabase::~AcDbDatabase() {
+  kelhost::db::NotifyDatabaseGoing(this);
   // Objects still open when the database goes no longer count as open.
   for (auto& stub : mState->stubs)
     kelhost::db::AdjustOpenCount(-(stub->readers + stub->notifiers + (stub->writer ? 1 : 0)));
@@ -136,56 +137,62 @@ Acad::ErrorStatus AcDbDatabase::getAcDbObjectId(AcDbObjectId& retId, bool create
 AcDbHandle AcDbDatabase::handseed() const { return AcDbHandle(mState->nextHandle); }
 
 namespace {
+// Header setters tell the observers before they change a value.
 template <class Record>
-Acad::ErrorStatus SetRecord(AcDbObjectId& slot, AcDbObjectId id) {
+Acad::ErrorStatus SetRecord(AcDbDatabase* db, const wchar_t* name, AcDbObjectId& slot, AcDbObjectId id) {
   if (!kelhost::db::PeekAs<Record>(id) || id.isErased()) return Acad::eInvalidInput;
+  kelhost::db::NotifyBeforeHeaderWrite(db, name);
   slot = id;
+  return Acad::eOk;
+}
+template <class T>
+Acad::ErrorStatus SetValue(AcDbDatabase* db, const wchar_t* name, T& slot, T value) {
+  kelhost::db::NotifyBeforeHeaderWrite(db, name);
+  slot = value;
   return Acad::eOk;
 }
 }  // namespace
 
 AcDbObjectId AcDbDatabase::clayer() const { return mState->clayer; }
-Acad::ErrorStatus AcDbDatabase::setClayer(AcDbObjectId id) { return SetRecord<AcDbLayerTableRecord>(mState->clayer, id); }
+Acad::ErrorStatus AcDbDatabase::setClayer(AcDbObjectId id) {
+  return SetRecord<AcDbLayerTableRecord>(this, L"CLAYER", mState->clayer, id);
+}
 AcDbObjectId AcDbDatabase::celtype() const { return mState->celtype; }
-Acad::ErrorStatus AcDbDatabase::setCeltype(AcDbObjectId id) { return SetRecord<AcDbLinetypeTableRecord>(mState->celtype, id); }
+Acad::ErrorStatus AcDbDatabase::setCeltype(AcDbObjectId id) {
+  return SetRecord<AcDbLinetypeTableRecord>(this, L"CELTYPE", mState->celtype, id);
+}
 AcDbObjectId AcDbDatabase::textstyle() const { return mState->textstyle; }
 Acad::ErrorStatus AcDbDatabase::setTextstyle(AcDbObjectId id) {
-  return SetRecord<AcDbTextStyleTableRecord>(mState->textstyle, id);
+  return SetRecord<AcDbTextStyleTableRecord>(this, L"TEXTSTYLE", mState->textstyle, id);
 }
 AcDbObjectId AcDbDatabase::dimstyle() const { return mState->dimstyle; }
-Acad::ErrorStatus AcDbDatabase::setDimstyle(AcDbObjectId id) { return SetRecord<AcDbDimStyleTableRecord>(mState->dimstyle, id); }
+Acad::ErrorStatus AcDbDatabase::setDimstyle(AcDbObjectId id) {
+  return SetRecord<AcDbDimStyleTableRecord>(this, L"DIMSTYLE", mState->dimstyle, id);
+}
 Adesk::UInt16 AcDbDatabase::cecolorIndex() const { return mState->cecolor; }
 Acad::ErrorStatus AcDbDatabase::setCecolorIndex(Adesk::UInt16 index) {
   if (index > 256) return Acad::eOutOfRange;
-  mState->cecolor = index;
-  return Acad::eOk;
+  return SetValue(this, L"CECOLOR", mState->cecolor, index);
 }
 double AcDbDatabase::celtscale() const { return mState->celtscale; }
 Acad::ErrorStatus AcDbDatabase::setCeltscale(double scale) {
   if (!(scale > 0)) return Acad::eInvalidInput;
-  mState->celtscale = scale;
-  return Acad::eOk;
+  return SetValue(this, L"CELTSCALE", mState->celtscale, scale);
 }
 AcDb::LineWeight AcDbDatabase::celweight() const { return static_cast<AcDb::LineWeight>(mState->celweight); }
 Acad::ErrorStatus AcDbDatabase::setCelweight(AcDb::LineWeight weight) {
   if (weight < AcDb::kLnWtByLwDefault || weight > AcDb::kLnWt211) return Acad::eInvalidInput;
-  mState->celweight = static_cast<Adesk::Int16>(weight);
-  return Acad::eOk;
+  return SetValue(this, L"CELWEIGHT", mState->celweight, static_cast<Adesk::Int16>(weight));
 }
 double AcDbDatabase::textsize() const { return mState->textsize; }
 Acad::ErrorStatus AcDbDatabase::setTextsize(double size) {
   if (!(size > 0)) return Acad::eInvalidInput;
-  mState->textsize = size;
-  return Acad::eOk;
+  return SetValue(this, L"TEXTSIZE", mState->textsize, size);
 }
 double AcDbDatabase::ltscale() const { return mState->ltscale; }
 Acad::ErrorStatus AcDbDatabase::setLtscale(double scale) {
   if (!(scale > 0)) return Acad::eInvalidInput;
-  mState->ltscale = scale;
-  return Acad::eOk;
+  return SetValue(this, L"LTSCALE", mState->ltscale, scale);
 }
 bool AcDbDatabase::tilemode() const { return mState->tilemode; }
-Acad::ErrorStatus AcDbDatabase::setTilemode(bool mode) {
-  mState->tilemode = mode;
-  return Acad::eOk;
-}
+Acad::ErrorStatus AcDbDatabase::setTilemode(bool mode) { return SetValue(this, L"TILEMODE", mState->tilemode, mode); }

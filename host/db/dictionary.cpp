@@ -165,7 +165,7 @@ void AcDbDictionary::dxfFields(kelhost::dxf::GroupFiler& f) {
     }
   } else {
     for (auto& e : mEntries) {
-      if (e.second.second.isErased()) continue;
+      if (e.second.second.isErased() && !f.keepsErased()) continue;
       f.text(3, e.second.first, L"", Presence::kAlways);
       f.id(entryCode, e.second.second, Presence::kAlways);
     }

@@ -8,6 +8,7 @@
 #include "arx/adsdef.h"
 #include "db/active_view.h"
 #include "db/database_state.h"
+#include "db/stub.h"
 
 namespace kelhost::db {
 namespace {
@@ -135,6 +136,7 @@ namespace kelhost::db {
 
 bool PutHeaderVar(AcDbDatabase* db, const HeaderVarDef& def, const HeaderValue& value) {
   if (def.place == HeaderPlace::kViewport && ActiveViewportRecord(db->state())) return PutViewportVar(db, def, value);
+  NotifyBeforeHeaderWrite(db, def.name);  // the undo journal keeps the value it replaces
   db->state().headerVars[def.name] = value;
   return true;
 }

@@ -20,6 +20,9 @@ class AcDbStub {
   bool writer = false;
   bool erased = false;
   bool erasedWithOwner = false;  // erased because its owner was: unerased with it
+  // The undo journal already holds the object's state from before the step
+  // it is recording (cleared when that step closes).
+  bool undoRecorded = false;
 };
 
 namespace kelhost::db {
@@ -44,17 +47,24 @@ std::vector<std::wstring> DescribeOpenObjects();
 
 // Told before an object is opened for write (or changed as if it were)
 // and after an object joins a database: where the undo journal records
-// prior states and the drawing's extents learn that they changed.
+// prior states and the drawing's extents learn that they changed. Also
+// told before one of a database's header variables changes (the
+// database's own setters, acedSetVar, the host's SetHostVar; name in upper
+// case) and as a database goes.
 class ObjectObserver {
  public:
   virtual ~ObjectObserver() = default;
   virtual void beforeWrite(AcDbObject* object) = 0;
   virtual void added(AcDbObject* object) = 0;
+  virtual void beforeHeaderWrite(AcDbDatabase* db, const wchar_t* name) { (void)db, (void)name; }
+  virtual void databaseGoing(AcDbDatabase* db) { (void)db; }
 };
 // Observers are told in the order they were added.
 void AddObjectObserver(ObjectObserver* observer);
 void RemoveObjectObserver(ObjectObserver* observer);
 void NotifyBeforeWrite(AcDbObject* object);
 void NotifyAdded(AcDbObject* object);
+void NotifyBeforeHeaderWrite(AcDbDatabase* db, const wchar_t* name);
+void NotifyDatabaseGoing(AcDbDatabase* db);
 
 }  // namespace kelhost::db

@@ -52,5 +52,11 @@ void NotifyBeforeWrite(AcDbObject* object) {
 void NotifyAdded(AcDbObject* object) {
   for (ObjectObserver* o : Observers()) o->added(object);
 }
+void NotifyBeforeHeaderWrite(AcDbDatabase* db, const wchar_t* name) {
+  for (ObjectObserver* o : Observers()) o->beforeHeaderWrite(db, name);
+}
+void NotifyDatabaseGoing(AcDbDatabase* db) {
+  for (ObjectObserver* o : Observers()) o->databaseGoing(db);
+}
 
 }  // namespace kelhost::db

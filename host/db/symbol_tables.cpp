@@ -110,6 +110,18 @@ void Access::unindex(AcDbSymbolTable* t, AcDbSymbolTableRecord* r) {
       break;
     }
 }
+void Access::reindex(AcDbSymbolTableRecord* r, const std::wstring& previousName) {
+  auto* t = db::PeekAs<AcDbSymbolTable>(r->ownerId());
+  if (!t) return;
+  const AcDbObjectId id = r->objectId();
+  const std::wstring key = ToUpper(r->mName);
+  if (const std::wstring old = ToUpper(previousName); old != key) {
+    auto it = t->mByName.find(old);
+    if (it != t->mByName.end() && it->second == id) t->mByName.erase(it);
+  }
+  auto it = t->mByName.find(key);
+  if (it == t->mByName.end() || (!r->isErased() && it->second != id)) t->mByName[key] = id;
+}
 }  // namespace kelhost::dxf
 
 // ---------------------------------------------------------------- iterator

@@ -32,6 +32,10 @@ class Access {
   // Adds a record to its table's index without the open-state checks.
   static void index(AcDbSymbolTable* t, AcDbSymbolTableRecord* r, AcDbObjectId id);
   static void unindex(AcDbSymbolTable* t, AcDbSymbolTableRecord* r);
+  // After a record's name or erased state was put back from a saved state:
+  // its table finds it by its name again (an erased record gives way to a
+  // live one of the same name), and no longer by the name it had.
+  static void reindex(AcDbSymbolTableRecord* r, const std::wstring& previousName);
 };
 
 }  // namespace kelhost::dxf

@@ -29,6 +29,10 @@ class GroupFiler {
   // A reader that leaves absent groups as they are (entmod) instead of
   // setting their defaults.
   virtual bool keepsAbsent() const { return false; }
+  // A writer that keeps what refers to erased objects too (a dictionary's
+  // entries of erased objects), so that a state saved for undo brings them
+  // back where they were when the object is unerased.
+  virtual bool keepsErased() const { return false; }
   AcDbDatabase* database() const { return mDb; }
 
   // A subclass marker (100): the groups that follow belong to it.

@@ -1,20 +1,19 @@
-// The undo journal as the rest of the editor sees it: the groups that U,
-// UNDO and REDO step through. A group opens when a command starts and
-// when an AutoLISP expression typed at the prompt starts; everything the
-// drawing gains, loses or changes while a group is open belongs to it.
+// The undo journal as the command processor and the prompt see it: the
+// hooks that open and close its steps (editor/undo_journal.h). A command
+// is a step (cancelled and failed ones too: what they changed is undone
+// as one step); commands run inside another command join its step. What
+// an AutoLISP expression evaluated at the "Command:" prompt changes
+// outside commands is a step; the commands it runs are steps of their own.
 #pragma once
 
 #include <string>
 
 namespace kelhost::editor::undo {
 
-// A command of that name starts / ends (cancelled and failed commands
-// too: what they changed is undone as one step). Commands run inside
-// another command or inside an UNDO BEgin group join the open group.
+// A command of that name starts / ends.
 void CommandStarted(const std::wstring& name);
 void CommandEnded(const std::wstring& name);
-// An AutoLISP expression evaluated at the "Command:" prompt (commands it
-// runs make groups of their own).
+// An AutoLISP expression evaluated at the "Command:" prompt starts / ends.
 void ExpressionStarted();
 void ExpressionEnded();
 
