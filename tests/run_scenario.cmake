@@ -30,10 +30,12 @@ endif()
 # A command script runs as --script; answers to prompts come from
 # NAME.input beside the script (else from nothing: the input ends at once).
 # Extra console arguments may be named on the script's second line as
-# ";; args: ..." (paths relative to the script's directory as @/).
+# ";; args: ..." (paths relative to the script's directory as @/, to the
+# directory of the tests' fixture application as @fixtures/).
 set(run ${CONSOLE})
 if(head MATCHES "\n;; args: ([^\n]*)")
   string(REPLACE "@/" "${dir}/" extra "${CMAKE_MATCH_1}")
+  string(REPLACE "@fixtures/" "${FIXTURES}/" extra "${extra}")
   separate_arguments(extra UNIX_COMMAND "${extra}")
   list(APPEND run ${extra})
 endif()

@@ -106,7 +106,7 @@ struct AcEdJig::Impl {
     if (keepLastPoint) kelhost::sysvars::SetHostVar(L"LASTPOINT", &lastPoint);
     acquired = true;
     acquiredStatus = statusOf(answer);
-    if (acquiredStatus == kCancel && !(controls & kDontEchoCancelForCtrlC)) kelhost::editor::Say(L"\n*Cancel*");
+    if (acquiredStatus == kCancel && !(controls & kDontEchoCancelForCtrlC)) kelhost::editor::Say(L"*Cancel*");
     return acquiredStatus;
   }
 
@@ -115,6 +115,8 @@ struct AcEdJig::Impl {
       case RTNORM: return kNormal;
       case RTNONE: return kNull;
       case RTKWORD: {
+        // Enter where any text is taken comes back as empty text.
+        if (a.text.empty() && (controls & kNullResponseAccepted)) return kNull;
         const kelhost::editor::Keywords list(keywords);
         const auto& words = list.words();
         for (size_t i = 0; i < words.size(); ++i)

@@ -8,6 +8,7 @@ namespace {
 struct InputState {
   std::unique_ptr<InputSource> base;
   std::vector<std::unique_ptr<InputSource>> scripts;
+  std::unique_ptr<InputSource> startAtPrompt;  // SCRIPT's, until the prompt reads
   ScriptSource queued{L"", false};
   bool escape = false;
   bool endedInsideCommand = false;
@@ -40,7 +41,13 @@ void PushScript(std::unique_ptr<InputSource> script) {
   if (script) State().scripts.push_back(std::move(script));
 }
 
-int ScriptDepth() { return static_cast<int>(State().scripts.size()); }
+void StartScriptAtPrompt(std::unique_ptr<InputSource> script) { State().startAtPrompt = std::move(script); }
+
+int ScriptDepth() {
+  const InputState& s = State();
+  // A waiting script takes the running one's place, or adds one.
+  return static_cast<int>(s.scripts.size()) + (s.startAtPrompt && s.scripts.empty() ? 1 : 0);
+}
 
 void QueueInput(const std::wstring& text) { State().queued.append(text); }
 
@@ -53,6 +60,10 @@ bool QueuedInputPending() { return !State().queued.empty(); }
 
 ReadInput NextInput(bool spaces, bool atCommandPrompt) {
   InputState& s = State();
+  if (atCommandPrompt && s.startAtPrompt) {
+    if (!s.scripts.empty()) s.scripts.pop_back();
+    s.scripts.push_back(std::move(s.startAtPrompt));
+  }
   ReadInput r;
   if (s.escape) {
     s.escape = false;
@@ -86,6 +97,7 @@ bool InputEndedInsideCommand() { return State().endedInsideCommand; }
 void ResetInputState() {
   InputState& s = State();
   s.scripts.clear();
+  s.startAtPrompt.reset();
   s.queued.clear();
   s.escape = false;
   s.endedInsideCommand = false;

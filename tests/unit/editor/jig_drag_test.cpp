@@ -79,7 +79,7 @@ TEST_F(JigTest, CancelAndTheEndOfInputCancelTheDrag) {
   answers("^C\n^C\n");
   LineJig echoing(AcGePoint3d(0, 0, 0));
   EXPECT_EQ(echoing.drag(), AcEdJig::kCancel);
-  EXPECT_EQ(out, L"\nTo point: \n*Cancel*");
+  EXPECT_EQ(out, L"\nTo point: *Cancel*");
   out.clear();
   LineJig quiet(AcGePoint3d(0, 0, 0), AcEdJig::kDontEchoCancelForCtrlC);
   EXPECT_EQ(quiet.drag(), AcEdJig::kCancel);
