@@ -10,7 +10,7 @@ namespace {
 constexpr double kPi = 3.14159265358979323846;
 
 TEST_F(JigTest, FiveScriptedPointsAreFiveSamplesAndTheEntityStaysOutOfTheDatabase) {
-  answers("1,1\n2,2\n3,3\n4,4\n5,5\n\n");
+  answers(L"1,1\n2,2\n3,3\n4,4\n5,5\n\n");
   const AcDbHandle seed = db->handseed();
   LineJig jig(AcGePoint3d(0, 0, 0), AcEdJig::kNullResponseAccepted);
   int normal = 0;
@@ -33,13 +33,13 @@ TEST_F(JigTest, FiveScriptedPointsAreFiveSamplesAndTheEntityStaysOutOfTheDatabas
     EXPECT_EQ(p.properties.layer, db->clayer());  // the jig gave the new line the current layer
   }
   EXPECT_FALSE(jig.line()->isDatabaseResident());
-  EXPECT_EQ(modelSpaceEntities(), 0u);
+  EXPECT_EQ(entityCount(), 0);
   EXPECT_EQ(db->handseed(), seed);
   EXPECT_EQ(out, L"\nTo point: 1,1\nTo point: 2,2\nTo point: 3,3\nTo point: 4,4\nTo point: 5,5\nTo point: ");
 }
 
 TEST_F(JigTest, TheSamePointAgainIsNoChangeAndStillAcceptsTheDrag) {
-  answers("2,3\n2,3\n");
+  answers(L"2,3\n2,3\n");
   LineJig jig(AcGePoint3d(0, 0, 0));
   EXPECT_EQ(jig.drag(), AcEdJig::kNormal);
   EXPECT_EQ(jig.drag(), AcEdJig::kNormal);
@@ -52,7 +52,7 @@ TEST_F(JigTest, TheSamePointAgainIsNoChangeAndStillAcceptsTheDrag) {
 }
 
 TEST_F(JigTest, EnterIsNullOnlyWhenTheJigAcceptsIt) {
-  answers("\n7,7\n\n");
+  answers(L"\n7,7\n\n");
   LineJig refusing(AcGePoint3d(0, 0, 0));
   EXPECT_EQ(refusing.drag(), AcEdJig::kNormal);  // Enter refused, then the point
   EXPECT_EQ(out, L"\nTo point: \nInvalid point.\nTo point: 7,7");
@@ -63,7 +63,7 @@ TEST_F(JigTest, EnterIsNullOnlyWhenTheJigAcceptsIt) {
 }
 
 TEST_F(JigTest, KeywordsComeBackInListOrderAndOtherTextOnlyWhenAllowed) {
-  answers("u\nCLOSE\n_Undo\nhello\n");
+  answers(L"u\nCLOSE\n_Undo\nhello\n");
   LineJig jig(AcGePoint3d(0, 0, 0), AcEdJig::kAcceptOtherInputString);
   jig.setKeywordList(L"Close Undo");
   EXPECT_STREQ(jig.keywordList(), L"Close Undo");
@@ -76,7 +76,7 @@ TEST_F(JigTest, KeywordsComeBackInListOrderAndOtherTextOnlyWhenAllowed) {
 }
 
 TEST_F(JigTest, CancelAndTheEndOfInputCancelTheDrag) {
-  answers("^C\n^C\n");
+  answers(L"^C\n^C\n");
   LineJig echoing(AcGePoint3d(0, 0, 0));
   EXPECT_EQ(echoing.drag(), AcEdJig::kCancel);
   EXPECT_EQ(out, L"\nTo point: *Cancel*");
@@ -89,7 +89,7 @@ TEST_F(JigTest, CancelAndTheEndOfInputCancelTheDrag) {
 }
 
 TEST_F(JigTest, AnUpdateThatFailsEndsTheDragWithOther) {
-  answers("4,4\n");
+  answers(L"4,4\n");
   LineJig jig(AcGePoint3d(0, 0, 0));
   jig.updateAnswer = false;
   EXPECT_EQ(jig.drag(), AcEdJig::kOther);
@@ -120,7 +120,7 @@ class ValueJig : public AcEdJig {
 };
 
 TEST_F(JigTest, DistancesAndAnglesAreTypedOrMeasuredFromTheBasePoint) {
-  answers("2.5\n4,5\n-1\n3\n0,0\n3,4\n1,3\n90\n");
+  answers(L"2.5\n4,5\n-1\n3\n0,0\n3,4\n1,3\n90\n");
   ValueJig typed(ValueJig::kDist, 0);
   EXPECT_EQ(typed.drag(), AcEdJig::kNormal);
   EXPECT_DOUBLE_EQ(typed.value, 2.5);
@@ -143,7 +143,7 @@ TEST_F(JigTest, DistancesAndAnglesAreTypedOrMeasuredFromTheBasePoint) {
 }
 
 TEST_F(JigTest, ThreeDimensionalPointsAndTheLastPointFollowTheControls) {
-  answers("1,2,3\n4,5,6\n7,8\n");
+  answers(L"1,2,3\n4,5,6\n7,8\n");
   LineJig flat(AcGePoint3d(0, 0, 0));
   flat.drag();
   EXPECT_TRUE(flat.line()->endPoint().isEqualTo(AcGePoint3d(1, 2, 0)));
@@ -172,7 +172,7 @@ TEST_F(JigTest, SettingsReadBackAsSet) {
 }
 
 TEST_F(JigTest, AppendAddsTheDraggedEntityToTheCurrentSpaceClosed) {
-  answers("3,0\n");
+  answers(L"3,0\n");
   AcDbLayerTable* layers = nullptr;
   ASSERT_EQ(acdbOpenObject(layers, db->layerTableId(), AcDb::kForWrite), Acad::eOk);
   auto* record = new AcDbLayerTableRecord;
@@ -186,7 +186,7 @@ TEST_F(JigTest, AppendAddsTheDraggedEntityToTheCurrentSpaceClosed) {
   ASSERT_EQ(jig.drag(), AcEdJig::kNormal);
   const AcDbObjectId id = jig.append();
   ASSERT_FALSE(id.isNull());
-  EXPECT_EQ(modelSpaceEntities(), 1u);
+  EXPECT_EQ(entityCount(), 1);
   AcDbLine* line = nullptr;
   ASSERT_EQ(acdbOpenObject(line, id, AcDb::kForRead), Acad::eOk);
   EXPECT_TRUE(line->endPoint().isEqualTo(AcGePoint3d(3, 0, 0)));

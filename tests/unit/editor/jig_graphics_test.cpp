@@ -24,10 +24,6 @@ constexpr double kPi = 3.14159265358979323846;
 
 class EntityGraphics : public JigTest {
  protected:
-  std::wstring eval(const std::wstring& text) {
-    auto o = kelhost::Host::instance().lisp().evalOne(text);
-    return o.ok ? o.valueText : L"error: " + o.error;
-  }
   AcDbObjectId record(AcDbObjectId table, const wchar_t* name) {
     AcDbSymbolTable* t = nullptr;
     AcDbObjectId id;
@@ -216,7 +212,7 @@ TEST_F(EntityGraphics, AJigsSamplesAreDrawnAsDragging) {
     }
     AcDbEntity* entity() const override { return const_cast<Watching*>(&entityShown); }
   };
-  answers("1,1\n");
+  answers(L"1,1\n");
   PointJig jig;
   EXPECT_EQ(jig.drag(), AcEdJig::kNormal);
   EXPECT_EQ(jig.entityShown.drawn, 1);

@@ -1,58 +1,17 @@
-// What the jig tests share: a fresh drawing as the working database, the
-// command line captured, the user's answers given as lines, and a small
-// jig that drags a line's end.
+// What the jig tests share: the editor's fixture (a fresh drawing, the
+// command line captured, the user's answers), the samples of the latest
+// jig, and a small jig that drags a line's end.
 #pragma once
 
-#include <gtest/gtest.h>
+#include <vector>
 
-#include <cstdio>
-#include <memory>
-#include <string>
-
-#include "arx/arxheaders.h"
-#include "db/stub.h"
 #include "editor/jig_samples.h"
-#include "editor/user_input.h"
-#include "kelhost/editor.h"
-#include "kelhost/host.h"
-#include "kelhost/lisp.h"
+#include "editor_fixture.h"
 
-class JigTest : public ::testing::Test {
+// The editor's fixture, with the samples of the latest jig.
+class JigTest : public EditorTest {
  protected:
-  void SetUp() override {
-    db = std::make_unique<AcDbDatabase>();
-    acdbHostApplicationServices()->setWorkingDatabase(db.get());
-    openAtStart = kelhost::db::OpenObjectCount();
-    kelhost::Host::instance().setCommandLineSink([this](const std::wstring& t) { out += t; });
-  }
-  void TearDown() override {
-    kelhost::editor::SetBaseInput(nullptr);
-    kelhost::editor::ResetInputState();
-    EXPECT_EQ(kelhost::db::OpenObjectCount(), openAtStart) << "objects left open";
-    kelhost::Host::instance().setCommandLineSink(nullptr);
-    acdbHostApplicationServices()->setWorkingDatabase(nullptr);
-    db.reset();
-  }
-  // The user's answers, one a line; after them the input ends (cancel).
-  void answers(const std::string& lines) {
-    input = lines;
-    std::FILE* f = input.empty() ? nullptr : fmemopen(input.data(), input.size(), "r");
-    if (f) kelhost::editor::SetInputFile(f, true);
-    else kelhost::editor::SetBaseInput(nullptr);
-  }
-  size_t modelSpaceEntities() {
-    AcDbBlockTableRecord* ms = nullptr;
-    if (acdbOpenObject(ms, db->modelSpaceId(), AcDb::kForRead) != Acad::eOk) return 0;
-    const size_t n = ms->entityIds().size();
-    ms->close();
-    return n;
-  }
   const std::vector<kelhost::editor::JigSample>& samples() { return kelhost::editor::JigSamples(); }
-
-  std::unique_ptr<AcDbDatabase> db;
-  int openAtStart = 0;
-  std::wstring out;
-  std::string input;
 };
 
 // Drags the end of a line from a base point: the sampler answers kNoChange
