@@ -25,9 +25,10 @@ bool EndsWithArx(const std::wstring& name) {
   return name.size() >= 4 && EqualNoCase(name.substr(name.size() - 4), L".arx");
 }
 
-// Why a call failed, for whoever watches the host (the command line shows
-// only what the platform shows).
-void Diagnose(const std::wstring& why) { std::fprintf(stderr, "kelcad: %s\n", ToUtf8(why).c_str()); }
+bool Refused(const std::wstring& why) {
+  std::fprintf(stderr, "kelcad: %s\n", ToUtf8(why).c_str());
+  return false;
+}
 
 }  // namespace
 
@@ -46,32 +47,23 @@ std::optional<std::wstring> FindArxFile(const std::wstring& name) {
 
 bool IsArxLoaded(const std::wstring& name) { return FindModuleByName(ArxFileName(name)) != nullptr; }
 
-bool LoadArx(const std::wstring& name, std::wstring& why) {
-  if (IsArxLoaded(name)) {
-    why = ArxFileName(name) + L" is already loaded";
-    return false;
-  }
+bool LoadArx(const std::wstring& name) {
+  if (IsArxLoaded(name)) return Refused(ArxFileName(name) + L" is already loaded");
   const std::optional<std::wstring> file = FindArxFile(name);
-  if (!file) {
-    why = L"cannot find " + ArxFileName(name) + L" (" + name + L")";
-    return false;
-  }
-  return Host::instance().loadModule(NativePath(*file), &why);
+  if (!file) return Refused(L"cannot find " + ArxFileName(name) + L" (" + name + L")");
+  std::wstring why;
+  return Host::instance().loadModule(NativePath(*file), &why) || Refused(why);
 }
 
-bool UnloadArx(const std::wstring& name, std::wstring& why) {
+bool UnloadArx(const std::wstring& name) {
   LoadedModule* module = FindModuleByName(ArxFileName(name));
-  if (module && module->messaging > 0) {
-    // Its code is running: unloading it now would pull that code away.
-    why = module->fileName + L" is busy and cannot be unloaded";
-    return false;
-  }
-  return UnloadModule(ToUtf8(ArxFileName(name)), false, &why);
+  // Its code is running: unloading it now would pull that code away.
+  if (module && module->messaging > 0) return Refused(module->fileName + L" is busy and cannot be unloaded");
+  std::wstring why;
+  return UnloadModule(ToUtf8(ArxFileName(name)), false, &why) || Refused(why);
 }
 
 }  // namespace kelhost::app
-
-using kelhost::app::Diagnose;
 
 resbuf* acedArxLoaded() {
   try {
@@ -93,21 +85,17 @@ resbuf* acedArxLoaded() {
 int acedArxLoad(const ACHAR* app) {
   if (!app || !*app) return RTERROR;
   try {
-    std::wstring why;
-    if (kelhost::app::LoadArx(app, why)) return RTNORM;
-    Diagnose(why);
+    return kelhost::app::LoadArx(app) ? RTNORM : RTERROR;
   } catch (...) {
+    return RTERROR;
   }
-  return RTERROR;
 }
 
 int acedArxUnload(const ACHAR* app) {
   if (!app || !*app) return RTERROR;
   try {
-    std::wstring why;
-    if (kelhost::app::UnloadArx(app, why)) return RTNORM;
-    Diagnose(why);
+    return kelhost::app::UnloadArx(app) ? RTNORM : RTERROR;
   } catch (...) {
+    return RTERROR;
   }
-  return RTERROR;
 }

@@ -17,10 +17,11 @@ std::wstring ArxFileName(const std::wstring& name);
 std::optional<std::wstring> FindArxFile(const std::wstring& name);
 // A module of that file name is loaded.
 bool IsArxLoaded(const std::wstring& name);
-// False with the reason when the application could not be loaded or
-// unloaded (not found, not an application, already loaded; not loaded,
-// locked, busy in a call).
-bool LoadArx(const std::wstring& name, std::wstring& why);
-bool UnloadArx(const std::wstring& name, std::wstring& why);
+// False when the application could not be loaded or unloaded (not found,
+// not an application, already loaded; not loaded, locked, busy in a
+// call): the reason goes to standard error, the command line shows only
+// what the caller shows.
+bool LoadArx(const std::wstring& name);
+bool UnloadArx(const std::wstring& name);
 
 }  // namespace kelhost::app

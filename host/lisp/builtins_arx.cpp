@@ -1,12 +1,9 @@
 // arxload, arxunload, arx and autoarxload: AutoLISP's side of loading
 // applications. autoarxload defines C: command functions that load their
 // application the first time they run and then run the command it defines.
-#include <cstdio>
-
 #include "app/arx_loading.h"
 #include "app/app_state.h"
 #include "editor/command_processor.h"
-#include "kelhost/text.h"
 #include "lisp/loading.h"
 #include "lisp/machine.h"
 
@@ -15,24 +12,16 @@ namespace {
 
 const wchar_t* kStubHelper = L"_AUTOARXLOAD";
 
-void Diagnose(const std::wstring& why) { std::fprintf(stderr, "kelcad: %s\n", ToUtf8(why).c_str()); }
-
 // (arxload application [onfailure]): the application as given.
 ValuePtr ArxLoad(Machine& m, Args& a) {
-  const std::wstring& name = StrArg(m, a[0]);
-  std::wstring why;
-  if (app::LoadArx(name, why)) return a[0];
-  Diagnose(why);
+  if (app::LoadArx(StrArg(m, a[0]))) return a[0];
   if (a.size() > 1) return FailureValue(m, a[1]);
   m.raise(L"ARXLOAD failed");
 }
 
 // (arxunload application [onfailure]): the application as given.
 ValuePtr ArxUnload(Machine& m, Args& a) {
-  const std::wstring& name = StrArg(m, a[0]);
-  std::wstring why;
-  if (app::UnloadArx(name, why)) return a[0];
-  Diagnose(why);
+  if (app::UnloadArx(StrArg(m, a[0]))) return a[0];
   if (a.size() > 1) return FailureValue(m, a[1]);
   m.raise(L"ARXUNLOAD failed");
 }
@@ -80,11 +69,7 @@ ValuePtr AutoArxLoadStub(Machine& m, Args& a) {
       m.write(L"\nCheck the installation of the support files and try again.");
       return m.symQuiet;
     }
-    std::wstring why;
-    if (!app::LoadArx(file, why)) {
-      Diagnose(why);
-      m.raise(L"ARXLOAD failed");
-    }
+    if (!app::LoadArx(file)) m.raise(L"ARXLOAD failed");
   }
   const ValuePtr defined = m.intern(L"C:" + command)->value;
   if (defined && !IsStub(defined)) {
