@@ -31,11 +31,12 @@ endif()
 # NAME.input beside the script (else from nothing: the input ends at once).
 # Extra console arguments may be named on the script's second line as
 # ";; args: ..." (paths relative to the script's directory as @/; the
-# tests' fixture application as @fixture@).
+# tests' fixture application as @fixture@, its directory as @fixtures/).
 set(run ${CONSOLE})
 if(head MATCHES "\n;; args: ([^\n]*)")
   string(REPLACE "@/" "${dir}/" extra "${CMAKE_MATCH_1}")
   string(REPLACE "@fixture@" "${FIXTURE}" extra "${extra}")
+  string(REPLACE "@fixtures/" "${FIXTURES}/" extra "${extra}")
   separate_arguments(extra UNIX_COMMAND "${extra}")
   list(APPEND run ${extra})
 endif()

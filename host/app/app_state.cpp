@@ -32,7 +32,9 @@ LoadedModule* FindModuleByName(const std::wstring& nameOrPath) {
 AcRx::AppRetCode SendMessage(LoadedModule& module, AcRx::AppMsgCode msg) {
   LoadedModule* saved = gCurrent;
   gCurrent = &module;
+  ++module.messaging;
   AcRx::AppRetCode rc = module.entry(msg, &module);
+  --module.messaging;
   gCurrent = saved;
   return rc;
 }

@@ -24,6 +24,7 @@ struct LoadedModule {
   DllMainFn dllMain = nullptr;
   bool unlocked = false;
   bool mdiAware = false;
+  int messaging = 0;  // messages to it under way (its code is running)
 };
 
 // Modules in load order.

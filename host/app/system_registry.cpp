@@ -3,11 +3,10 @@
 #include <cwchar>
 
 #include "app/app_state.h"
+#include "app/arx_loading.h"
 #include "app/command_stack.h"
 #include "app/editor.h"
-#include "app/module_loader.h"
 #include "arx/acrx.h"
-#include "kelhost/paths.h"
 
 AcRxObject::~AcRxObject() = default;
 
@@ -26,12 +25,9 @@ class HostDynamicLinker : public AcRxDynamicLinker {
   bool registerAppNotMDIAware(void* appId) const override {
     return setFlag(appId, &LoadedModule::mdiAware, false);
   }
-  bool loadModule(const ACHAR* fileName, bool, bool) override {
-    return fileName && LoadModule(NativePath(fileName), nullptr);
-  }
-  bool unloadModule(const ACHAR* fileName, bool) override {
-    return fileName && UnloadModule(NativePath(fileName), false, nullptr);
-  }
+  // By name as acedArxLoad takes it; the headless host prints nothing.
+  bool loadModule(const ACHAR* fileName, bool, bool) override { return fileName && LoadArx(fileName); }
+  bool unloadModule(const ACHAR* fileName, bool) override { return fileName && UnloadArx(fileName); }
 
  private:
   static bool setFlag(void* appId, bool LoadedModule::*flag, bool value) {

@@ -8,4 +8,5 @@
     static AcRxClass cls(L"" #CLASS, DXFNAME, PARENT::desc());        \
     return &cls;                                                      \
   }                                                                   \
-  AcRxClass* CLASS::isA() const { return CLASS::desc(); }
+  AcRxClass* CLASS::isA() const { return CLASS::desc(); }            \
+  void CLASS::rxInit() { CLASS::desc(); }

@@ -14,11 +14,13 @@ AcRxClass* KeptObject::desc() {
   return &cls;
 }
 AcRxClass* KeptObject::isA() const { return mClass; }
+void KeptObject::rxInit() { desc(); }
 AcRxClass* KeptEntity::desc() {
   static AcRxClass cls(L"AcDbKeptEntity", L"", AcDbEntity::desc());
   return &cls;
 }
 AcRxClass* KeptEntity::isA() const { return mClass; }
+void KeptEntity::rxInit() { desc(); }
 namespace {
 
 // One runtime class per DXF type kept, so that isA()->dxfName() gives the

@@ -101,9 +101,10 @@ void SetInputReader(std::function<bool(std::wstring& line)> readLine) {
 void RunCommandLoop() { Loop(Until::kInputEnds); }
 
 bool RunScript(const std::wstring& path) {
-  std::unique_ptr<ScriptSource> script = OpenScript(path);
+  std::wstring message;
+  std::unique_ptr<ScriptSource> script = FindScript(path, message);
   if (!script) {
-    Say(L"\nCannot find script file \"" + path + L"\".");
+    Say(L"\n" + message);
     return false;
   }
   PushScript(std::move(script));

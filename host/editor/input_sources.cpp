@@ -1,7 +1,9 @@
 #include "editor/input_sources.h"
 
+#include <optional>
 #include <string>
 
+#include "app/support_path.h"
 #include "kelhost/paths.h"
 #include "kelhost/text.h"
 
@@ -84,6 +86,29 @@ std::unique_ptr<ScriptSource> OpenScript(const std::wstring& familyPath) {
   if (!ReadWholeFile(NativePath(familyPath), bytes)) return nullptr;
   if (bytes.compare(0, 3, "\xEF\xBB\xBF") == 0) bytes.erase(0, 3);
   return std::make_unique<ScriptSource>(FromUtf8(bytes));
+}
+
+namespace {
+
+bool HasExtension(const std::wstring& name) {
+  const size_t sep = name.find_last_of(L"/\\");
+  return name.find(L'.', sep == std::wstring::npos ? 0 : sep + 1) != std::wstring::npos;
+}
+
+bool EndsWithScr(const std::wstring& name) {
+  return name.size() >= 4 && EqualNoCase(name.substr(name.size() - 4), L".scr");
+}
+
+}  // namespace
+
+std::unique_ptr<ScriptSource> FindScript(const std::wstring& name, std::wstring& message) {
+  const std::wstring withScr = EndsWithScr(name) ? name : name + L".scr";
+  std::optional<std::wstring> file;
+  if (HasExtension(name)) file = app::FindSupportFile(name);
+  if (!file) file = app::FindSupportFile(withScr);
+  std::unique_ptr<ScriptSource> script = file ? OpenScript(*file) : nullptr;
+  if (!script) message = L"Cannot find script file \"" + (HasExtension(name) ? name : withScr) + L"\".";
+  return script;
 }
 
 int OpenParentheses(const std::wstring& text) {

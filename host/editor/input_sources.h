@@ -72,6 +72,11 @@ bool ReadBalancedLines(const std::function<bool(std::wstring&)>& readLine, std::
 // Reads a script file in UTF-8 (a byte-order mark is skipped); null when
 // it cannot be read.
 std::unique_ptr<ScriptSource> OpenScript(const std::wstring& familyPath);
+// A command script named as SCRIPT takes it: ".scr" added to a name
+// without an extension (one with another is tried as given first), a name
+// without a directory looked for on the support file search path. Null,
+// with the message the command line shows, when there is none to read.
+std::unique_ptr<ScriptSource> FindScript(const std::wstring& name, std::wstring& message);
 
 // The number of parentheses an AutoLISP text leaves open (strings and
 // comments skipped): a typed expression goes on over lines until it is 0.

@@ -15,6 +15,7 @@ struct QueuedRun {
 struct InputState {
   std::unique_ptr<InputSource> base;
   std::vector<std::unique_ptr<InputSource>> scripts;
+  std::unique_ptr<InputSource> startAtPrompt;  // SCRIPT's, until the prompt reads
   std::deque<QueuedRun> queued;
   bool escape = false;
   bool endedInsideCommand = false;
@@ -47,7 +48,13 @@ void PushScript(std::unique_ptr<InputSource> script) {
   if (script) State().scripts.push_back(std::move(script));
 }
 
-int ScriptDepth() { return static_cast<int>(State().scripts.size()); }
+void StartScriptAtPrompt(std::unique_ptr<InputSource> script) { State().startAtPrompt = std::move(script); }
+
+int ScriptDepth() {
+  const InputState& s = State();
+  // A waiting script takes the running one's place, or adds one.
+  return static_cast<int>(s.scripts.size()) + (s.startAtPrompt && s.scripts.empty() ? 1 : 0);
+}
 
 void QueueInput(const std::wstring& text, bool echo) {
   std::deque<QueuedRun>& queued = State().queued;
@@ -71,6 +78,10 @@ bool QueuedInputPending() {
 
 ReadInput NextInput(bool spaces, bool atCommandPrompt) {
   InputState& s = State();
+  if (atCommandPrompt && s.startAtPrompt) {
+    if (!s.scripts.empty()) s.scripts.pop_back();
+    s.scripts.push_back(std::move(s.startAtPrompt));
+  }
   ReadInput r;
   if (s.escape) {
     s.escape = false;
@@ -109,6 +120,7 @@ bool InputEndedInsideCommand() { return State().endedInsideCommand; }
 void ResetInputState() {
   InputState& s = State();
   s.scripts.clear();
+  s.startAtPrompt.reset();
   s.queued.clear();
   s.escape = false;
   s.endedInsideCommand = false;

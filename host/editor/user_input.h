@@ -15,8 +15,14 @@ namespace kelhost::editor {
 
 // Where the base source is set; without one, input ends at once.
 void SetBaseInput(std::unique_ptr<InputSource> source);
-// Runs a script before anything else that is read (SCRIPT, --script).
+// Runs a script before anything else that is read (--script).
 void PushScript(std::unique_ptr<InputSource> script);
+// The SCRIPT command's script: it starts when the editor is next back at
+// the "Command:" prompt (after the command, and after the AutoLISP
+// expression that ran it), in place of the script that was running: a
+// script that starts another does not go on after it.
+void StartScriptAtPrompt(std::unique_ptr<InputSource> script);
+// Scripts running, and one waiting to start at the prompt.
 int ScriptDepth();
 // Text typed into the command line by a program: a space or line end in
 // it is Enter, as in a menu macro. With echo false what it answers is not

@@ -6,7 +6,6 @@
 #include "ads/rbkind.h"
 #include "app/app_state.h"
 #include "app/command_line.h"
-#include "app/module_loader.h"
 #include "arx/acdbads.h"
 #include "arx/acedads.h"
 #include "arx/acutads.h"
@@ -14,7 +13,6 @@
 #include "arx/wformat.h"
 #include "kelhost/host.h"
 #include "kelhost/lisp.h"
-#include "kelhost/paths.h"
 #include "lisp/external_calls.h"
 
 using kelhost::Host;
@@ -178,29 +176,6 @@ int acedAlert(const ACHAR* str) {
 // its own heading.
 void acdbFail(const ACHAR* str) {
   kelhost::app::WriteCommandLine(std::wstring(L"\nApplication ERROR: ") + (str ? str : L"") + L"\n");
-}
-
-resbuf* acedArxLoaded() {
-  resbuf* head = nullptr;
-  resbuf** tail = &head;
-  for (auto& m : kelhost::app::Modules()) {
-    resbuf* rb = acutNewRb(RTSTR);
-    if (!rb) break;
-    acutNewString(m->fileName.c_str(), rb->resval.rstring);
-    *tail = rb;
-    tail = &rb->rbnext;
-  }
-  return head;
-}
-
-int acedArxLoad(const ACHAR* app) {
-  if (!app) return RTERROR;
-  return Host::instance().loadModule(kelhost::NativePath(app)) ? RTNORM : RTERROR;
-}
-
-int acedArxUnload(const ACHAR* app) {
-  if (!app) return RTERROR;
-  return kelhost::app::UnloadModule(kelhost::NativePath(app), false, nullptr) ? RTNORM : RTERROR;
 }
 
 // Calls the AutoLISP function named by the first node with the rest of

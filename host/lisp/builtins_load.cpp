@@ -1,8 +1,7 @@
 // load and findfile, and the process environment (getenv, setenv).
-#include <sys/stat.h>
-
 #include <vector>
 
+#include "app/support_path.h"
 #include "arx/win32.h"
 #include "kelhost/paths.h"
 #include "kelhost/text.h"
@@ -16,12 +15,6 @@ namespace {
 
 bool IsSeparator(wchar_t c) { return c == L'/' || c == L'\\'; }
 
-bool HasDirectory(const std::wstring& name) {
-  for (wchar_t c : name)
-    if (IsSeparator(c)) return true;
-  return name.size() >= 2 && name[1] == L':';
-}
-
 std::wstring DirectoryOf(const std::wstring& path) {
   for (size_t k = path.size(); k > 0; --k)
     if (IsSeparator(path[k - 1])) return path.substr(0, k - 1);
@@ -31,11 +24,6 @@ std::wstring DirectoryOf(const std::wstring& path) {
 std::wstring Join(const std::wstring& dir, const std::wstring& name) {
   if (dir.empty()) return name;
   return IsSeparator(dir.back()) ? dir + name : dir + L"/" + name;
-}
-
-bool IsFile(const std::wstring& familyPath) {
-  struct stat st;
-  return stat(NativePath(familyPath).c_str(), &st) == 0 && S_ISREG(st.st_mode);
 }
 
 std::optional<std::wstring> Environment(const std::wstring& name) {
@@ -50,14 +38,6 @@ std::optional<std::wstring> Environment(const std::wstring& name) {
 
 bool EndsWithNoCase(const std::wstring& s, const std::wstring& tail) {
   return s.size() >= tail.size() && EqualNoCase(s.substr(s.size() - tail.size()), tail);
-}
-
-ValuePtr FailureValue(Machine& m, const ValuePtr& onFailure) {
-  if (Is(onFailure, Kind::Subr) || Is(onFailure, Kind::USubr) || Is(onFailure, Kind::ExSubr)) {
-    Args none;
-    return m.apply(onFailure, none);
-  }
-  return onFailure;
 }
 
 ValuePtr Failed(Machine& m, const std::wstring& name, const ValuePtr* onFailure) {
@@ -102,22 +82,20 @@ ValuePtr Setenv(Machine& m, Args& a) {
 
 }  // namespace
 
+ValuePtr FailureValue(Machine& m, const ValuePtr& onFailure) {
+  if (Is(onFailure, Kind::Subr) || Is(onFailure, Kind::USubr) || Is(onFailure, Kind::ExSubr)) {
+    Args none;
+    return m.apply(onFailure, none);
+  }
+  return onFailure;
+}
+
 std::optional<std::wstring> FindFile(Machine& m, const std::wstring& name) {
   if (name.empty() || !m.options.allowFiles) return std::nullopt;
-  if (IsFile(name)) return name;
-  if (HasDirectory(name)) return std::nullopt;
-  if (auto acad = Environment(L"ACAD")) {
-    size_t start = 0;
-    while (start <= acad->size()) {
-      size_t end = acad->find(L';', start);
-      if (end == std::wstring::npos) end = acad->size();
-      std::wstring dir = acad->substr(start, end - start);
-      if (!dir.empty() && IsFile(Join(dir, name))) return Join(dir, name);
-      start = end + 1;
-    }
-  }
+  if (auto found = app::FindSupportFile(name)) return found;
+  if (app::HasDirectoryPart(name)) return std::nullopt;
   for (auto it = m.loadingDirs.rbegin(); it != m.loadingDirs.rend(); ++it)
-    if (IsFile(Join(*it, name))) return Join(*it, name);
+    if (app::IsRegularFile(Join(*it, name))) return Join(*it, name);
   return std::nullopt;
 }
 
@@ -152,6 +130,7 @@ void RegisterLoadBuiltins(Machine& m) {
   m.defineBuiltin(L"FINDFILE", Findfile, 1, 1);
   m.defineBuiltin(L"GETENV", Getenv, 1, 1);
   m.defineBuiltin(L"SETENV", Setenv, 2, 2);
+  RegisterArxBuiltins(m);
 }
 
 }  // namespace kelhost::lisp

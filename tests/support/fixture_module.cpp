@@ -39,6 +39,68 @@ void CloseLeaked() {
   gLeaked = nullptr;
 }
 
+// A transient entity that says where it is each time it is drawn.
+class FixMarker : public AcDbEntity {
+ public:
+  ACRX_DECLARE_MEMBERS(FixMarker);
+  AcGePoint3d at;
+
+ protected:
+  Adesk::Boolean subWorldDraw(AcGiWorldDraw* wd) override {
+    acutPrintf(L"[draw %g,%g%s]", at.x, at.y, wd->isDragging() ? L" dragging" : L"");
+    const AcGePoint3d line[2] = {AcGePoint3d::kOrigin, at};
+    wd->geometry().polyline(2, line);
+    return Adesk::kTrue;
+  }
+};
+
+// Drags the marker from point to point until Enter; "Reset" puts it back
+// at the origin.
+class FixJig : public AcEdJig {
+ public:
+  DragStatus sampler() override {
+    setUserInputControls(static_cast<UserInputControls>(kNullResponseAccepted | kAccept3dCoordinates));
+    setKeywordList(L"Reset");
+    AcGePoint3d p;
+    const DragStatus s = acquirePoint(p, AcGePoint3d::kOrigin);
+    if (s != kNormal) return s;
+    if (p.isEqualTo(marker.at)) return kNoChange;
+    mNext = p;
+    return kNormal;
+  }
+  Adesk::Boolean update() override {
+    acutPrintf(L"[update]");
+    marker.at = mNext;
+    return Adesk::kTrue;
+  }
+  AcDbEntity* entity() const override { return const_cast<FixMarker*>(&marker); }
+  FixMarker marker;
+
+ private:
+  AcGePoint3d mNext;
+};
+
+void FixJigCommand() {
+  FixJig jig;
+  jig.setDispPrompt(L"\nMarker point or [%s]: ", L"Reset");
+  int points = 0;
+  AcEdJig::DragStatus s;
+  for (;;) {
+    s = jig.drag();
+    if (s == AcEdJig::kNormal) {
+      ++points;
+    } else if (s == AcEdJig::kKW1) {
+      jig.marker.at = AcGePoint3d::kOrigin;
+      acutPrintf(L"[reset]");
+    } else {
+      break;
+    }
+  }
+  acutPrintf(L"\n[jig %s after %d points]", s == AcEdJig::kNull ? L"accepted" : L"cancelled", points);
+}
+
+ACRX_NO_CONS_DEFINE_MEMBERS(FixMarker, AcDbEntity)
+
 }  // namespace
 
 extern "C" __attribute__((visibility("default"))) int DllMain(void*, unsigned reason, void*) {
@@ -54,6 +116,8 @@ extern "C" __attribute__((visibility("default"))) AcRx::AppRetCode acrxEntryPoin
       acrxDynamicLinker->registerAppMDIAware(appId);
       acedRegCmds->addCommand(L"FIXGRP", L"FIXCMD", L"FIXLOCAL", ACRX_CMD_TRANSPARENT, FixCommand);
       acedRegCmds->addCommand(L"FIXGRP", L"IN", L"IN", ACRX_CMD_MODAL, InCommand);
+      acedRegCmds->addCommand(L"FIXGRP", L"FIXJIG", L"FIXJIG", ACRX_CMD_MODAL, FixJigCommand);
+      FixMarker::rxInit();
       break;
     case AcRx::kUnloadAppMsg:
       Log(L"unload-app");
@@ -68,12 +132,13 @@ extern "C" __attribute__((visibility("default"))) AcRx::AppRetCode acrxEntryPoin
       acedDefun(L"fix_code", 5);
       acedDefun(L"fix_leak", 6);
       acedDefun(L"fix_close", 7);
+      acedDefun(L"fix_unload_self", 8);
       break;
     case AcRx::kUnloadDwgMsg:
       Log(L"unload-dwg");
-      for (int code = 1; code <= 7; ++code) {
-        static const wchar_t* names[] = {L"fix_echo", L"fix_void", L"fix_int", L"fix_str",
-                                         L"fix_code", L"fix_leak", L"fix_close"};
+      for (int code = 1; code <= 8; ++code) {
+        static const wchar_t* names[] = {L"fix_echo", L"fix_void", L"fix_int",   L"fix_str",
+                                         L"fix_code", L"fix_leak", L"fix_close", L"fix_unload_self"};
         acedUndef(names[code - 1], code);
       }
       break;
@@ -86,6 +151,7 @@ extern "C" __attribute__((visibility("default"))) AcRx::AppRetCode acrxEntryPoin
         case 5: acedRetInt(acedGetFunCode()); break;
         case 6: Leak(); break;
         case 7: CloseLeaked(); break;
+        case 8: acedRetInt(acedArxUnload(L"fixture_module")); break;
         default: break;
       }
       break;

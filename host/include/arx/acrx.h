@@ -56,6 +56,31 @@ class AcRxClass : public AcRxObject {
   AcRxClass* mParent;
 };
 
+// Defines the members ACRX_DECLARE_MEMBERS declares, for an application's
+// own classes: the runtime class (made the first time it is asked for, so
+// rxInit only makes sure it exists) and isA. The DXF form names the class
+// in drawing files; the host keeps its name only.
+#define ACRX_NO_CONS_DEFINE_MEMBERS(CLASS_NAME, PARENT_CLASS)                     \
+  AcRxClass* CLASS_NAME::desc() {                                                 \
+    static AcRxClass cls(L"" #CLASS_NAME, L"", PARENT_CLASS::desc());             \
+    return &cls;                                                                  \
+  }                                                                               \
+  AcRxClass* CLASS_NAME::isA() const { return CLASS_NAME::desc(); }               \
+  void CLASS_NAME::rxInit() { CLASS_NAME::desc(); }
+#define ACRX_DXF_DEFINE_MEMBERS(CLASS_NAME, PARENT_CLASS, DWG_VERSION, MAINTENANCE_VERSION, PROXY_FLAGS, \
+                                DXF_NAME, APP)                                                         \
+  AcRxClass* CLASS_NAME::desc() {                                                                      \
+    static AcRxClass cls(L"" #CLASS_NAME, L"" #DXF_NAME, PARENT_CLASS::desc());                        \
+    return &cls;                                                                                       \
+  }                                                                                                    \
+  AcRxClass* CLASS_NAME::isA() const { return CLASS_NAME::desc(); }                                    \
+  void CLASS_NAME::rxInit() { CLASS_NAME::desc(); }
+
+// Classes are linked to their parents as they are made: nothing is left
+// to build, and a class lives as long as the process.
+inline void acrxBuildClassHierarchy() {}
+inline void deleteAcRxClass(AcRxClass*) {}
+
 // The system registry: named service objects of the host.
 class AcRxDictionary : public AcRxObject {
  public:

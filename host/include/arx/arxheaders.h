@@ -28,6 +28,8 @@
 #include "dblayout.h"
 #include "dbxrecrd.h"
 #include "dbgroup.h"
+#include "acgi.h"
+#include "dbjig.h"
 #include "aced_editor.h"
 #include "aced_command.h"
 #include "aced_view.h"

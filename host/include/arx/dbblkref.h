@@ -23,6 +23,8 @@ class AcDbAttributeDefinition : public AcDbText {
   bool isPreset() const { return (mFlags & 8) != 0; }
 
  protected:
+  // Its tag, where the definition stands.
+  Adesk::Boolean subWorldDraw(AcGiWorldDraw* wd) override;
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;
 
  private:
@@ -46,6 +48,8 @@ class AcDbAttribute : public AcDbText {
   Acad::ErrorStatus setAttributeFromBlock(const AcDbAttributeDefinition* def, const AcGeMatrix3d& blockTransform);
 
  protected:
+  // Nothing when invisible.
+  Adesk::Boolean subWorldDraw(AcGiWorldDraw* wd) override;
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;
 
  private:
@@ -107,6 +111,9 @@ class AcDbBlockReference : public AcDbEntity {
   Acad::ErrorStatus explodeToOwnerSpace() const;
 
  protected:
+  // The block's entities (not its attribute definitions) in the
+  // reference's place, then the attributes.
+  Adesk::Boolean subWorldDraw(AcGiWorldDraw* wd) override;
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;
   // The reference's groups under a subclass marker; arrayFields() adds
   // the groups of an array between the rotation and the normal.
@@ -158,6 +165,8 @@ class AcDbMInsertBlock : public AcDbBlockReference {
   Acad::ErrorStatus explode(AcDbVoidPtrArray& entitySet) const override;
 
  protected:
+  // The block once per image of the array.
+  Adesk::Boolean subWorldDraw(AcGiWorldDraw* wd) override;
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;
   void arrayFields(kelhost::dxf::GroupFiler& filer) override;
 

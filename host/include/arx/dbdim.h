@@ -81,6 +81,8 @@ class AcDbDimension : public AcDbEntity {
   Acad::ErrorStatus explode(AcDbVoidPtrArray& entitySet) const override;
 
  protected:
+  // The dimension's block.
+  Adesk::Boolean subWorldDraw(AcGiWorldDraw* wd) override;
   AcDbDimension();
   // Group 70's bits over the kind (its low bits, which the class gives).
   enum Flags : short { kBlockOfItsOwn = 32, kUserTextPosition = 128 };

@@ -42,6 +42,11 @@ class AcDbCurve : public AcDbEntity {
   // The curve's geometry as pieces over its parameter range (host use);
   // false for a curve with no geometry yet.
   virtual bool buildPath(kelhost::geom::Path& path) const;
+
+ protected:
+  // Lines, arcs and circles as such; elliptical and free-form pieces as
+  // polylines close to them.
+  Adesk::Boolean subWorldDraw(AcGiWorldDraw* wd) override;
 };
 
 class AcDbLine : public AcDbCurve {
@@ -141,6 +146,7 @@ class AcDbPoint : public AcDbEntity {
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
 
  protected:
+  Adesk::Boolean subWorldDraw(AcGiWorldDraw* wd) override;
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;
 
  private:
@@ -195,6 +201,7 @@ class AcDbText : public AcDbEntity {
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
 
  protected:
+  Adesk::Boolean subWorldDraw(AcGiWorldDraw* wd) override;
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;
   // The groups every text-like entity shares (AcDbText's first subclass).
   void textFields(kelhost::dxf::GroupFiler& filer);
@@ -252,6 +259,8 @@ class AcDbPolyline : public AcDbCurve {
   Acad::ErrorStatus explode(AcDbVoidPtrArray& entitySet) const override;
 
  protected:
+  // Its segments, wide ones as filled bands (AcGiGeometry::pline).
+  Adesk::Boolean subWorldDraw(AcGiWorldDraw* wd) override;
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;
 
  private:

@@ -10,6 +10,7 @@
 #include "dbid.h"
 #include "acarray.h"
 #include "dbextents.h"
+#include "drawable.h"
 
 namespace kelhost::dxf {
 class GroupFiler;
@@ -40,6 +41,7 @@ typedef IntPtr GsMarker;
 // Declares the runtime-class members of a database class.
 #define ACRX_DECLARE_MEMBERS(CLASS_NAME)                                                    \
   static AcRxClass* desc();                                                                 \
+  static void rxInit();                                                                     \
   static CLASS_NAME* cast(const AcRxObject* inPtr) {                                        \
     return inPtr && inPtr->isKindOf(CLASS_NAME::desc())                                     \
                ? const_cast<CLASS_NAME*>(static_cast<const CLASS_NAME*>(inPtr))             \
@@ -47,7 +49,7 @@ typedef IntPtr GsMarker;
   }                                                                                         \
   AcRxClass* isA() const override
 
-class AcDbObject : public AcRxObject {
+class AcDbObject : public AcGiDrawable {
  public:
   ACRX_DECLARE_MEMBERS(AcDbObject);
   AcDbObject();
@@ -93,7 +95,15 @@ class AcDbObject : public AcRxObject {
   // Only an empty extension dictionary is released (eContainerNotEmpty).
   Acad::ErrorStatus releaseExtensionDictionary();
 
+  // As a drawable: persistent once in a database, known by its id.
+  Adesk::Boolean isPersistent() const override { return isDatabaseResident(); }
+  AcDbObjectId id() const override { return objectId(); }
+
  protected:
+  // An object draws nothing; entities override these.
+  Adesk::UInt32 subSetAttributes(AcGiDrawableTraits* traits) override;
+  Adesk::Boolean subWorldDraw(AcGiWorldDraw* wd) override;
+  void subViewportDraw(AcGiViewportDraw* vd) override;
   // The object's own DXF groups (after the common ones: type, handle,
   // owner), described once for reading and writing alike.
   virtual void dxfFields(kelhost::dxf::GroupFiler& filer);
@@ -158,6 +168,10 @@ class AcDbEntity : public AcDbObject {
 
  protected:
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;
+  // The entity's layer, colour, linetype, its scale and lineweight.
+  Adesk::UInt32 subSetAttributes(AcGiDrawableTraits* traits) override;
+  // An entity of a class that has no geometry draws nothing.
+  Adesk::Boolean subWorldDraw(AcGiWorldDraw* wd) override;
 
  private:
   friend class kelhost::dxf::Access;
