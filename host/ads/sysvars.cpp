@@ -320,9 +320,9 @@ const std::vector<Computed>& ComputedVars() {
   return vars;
 }
 
-const Computed* FindComputed(const std::wstring& upper) {
-  static const std::unordered_map<std::wstring, const Computed*> byName = [] {
-    std::unordered_map<std::wstring, const Computed*> m;
+const Computed* FindComputed(std::wstring_view upper) {
+  static const std::unordered_map<std::wstring_view, const Computed*> byName = [] {
+    std::unordered_map<std::wstring_view, const Computed*> m;
     for (const Computed& c : ComputedVars()) m.emplace(c.name, &c);
     return m;
   }();
@@ -332,9 +332,24 @@ const Computed* FindComputed(const std::wstring& upper) {
 
 // Drawing variables need a working database; session and computed ones
 // that do not read the drawing work without.
+// The upper-case name, in buf when it fits (variables' names are short).
+std::wstring_view UpperName(const ACHAR* sym, wchar_t (&buf)[64], std::wstring& longName) {
+  size_t n = 0;
+  for (; sym[n]; ++n) {
+    if (n == 63) {
+      longName = ToUpper(sym);
+      return longName;
+    }
+    buf[n] = ToUpperChar(sym[n]);
+  }
+  return std::wstring_view(buf, n);
+}
+
 int GetVar(const ACHAR* sym, resbuf* result) {
   if (!sym || !result) return RTERROR;
-  const std::wstring upper = ToUpper(sym);
+  wchar_t buf[64];
+  std::wstring longName;
+  const std::wstring_view upper = UpperName(sym, buf, longName);
   AcDbDatabase* db = ads::WorkingDb();
   if (const HeaderVarDef* def = FindSessionDef(upper)) return ToResbuf(GetSessionVar(*def), result);
   if (!db) return RTERROR;
@@ -345,7 +360,9 @@ int GetVar(const ACHAR* sym, resbuf* result) {
 
 int SetVar(const ACHAR* sym, const resbuf* val, bool asHost) {
   if (!sym || !val) return RTERROR;
-  const std::wstring upper = ToUpper(sym);
+  wchar_t buf[64];
+  std::wstring longName;
+  const std::wstring_view upper = UpperName(sym, buf, longName);
   HeaderValue value;
   if (const HeaderVarDef* def = FindSessionDef(upper)) {
     if (def->readOnly && !asHost) return RTREJ;

@@ -75,9 +75,9 @@ std::unordered_map<const HeaderVarDef*, HeaderValue>& Values() {
 
 }  // namespace
 
-const HeaderVarDef* FindSessionDef(const std::wstring& upperName) {
-  static const std::unordered_map<std::wstring, const HeaderVarDef*> byName = [] {
-    std::unordered_map<std::wstring, const HeaderVarDef*> m;
+const HeaderVarDef* FindSessionDef(std::wstring_view upperName) {
+  static const std::unordered_map<std::wstring_view, const HeaderVarDef*> byName = [] {
+    std::unordered_map<std::wstring_view, const HeaderVarDef*> m;
     for (const HeaderVarDef& def : Defs()) m.emplace(def.name, &def);
     return m;
   }();

@@ -9,7 +9,7 @@
 namespace kelhost::sysvars {
 
 // The definition of an upper-case name, or null.
-const db::HeaderVarDef* FindSessionDef(const std::wstring& upperName);
+const db::HeaderVarDef* FindSessionDef(std::wstring_view upperName);
 db::HeaderValue GetSessionVar(const db::HeaderVarDef& def);
 void PutSessionVar(const db::HeaderVarDef& def, const db::HeaderValue& value);
 void ResetSessionVars();

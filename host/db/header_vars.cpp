@@ -95,10 +95,11 @@ const std::vector<HeaderVarDef>& HeaderVarDefs() {
   return defs;
 }
 
-const HeaderVarDef* FindHeaderVarDef(const std::wstring& upperName) {
-  // Commands read variables at every prompt: look them up by hash.
-  static const std::unordered_map<std::wstring, const HeaderVarDef*> byName = [] {
-    std::unordered_map<std::wstring, const HeaderVarDef*> m;
+const HeaderVarDef* FindHeaderVarDef(std::wstring_view upperName) {
+  // Commands read variables at every prompt: look them up by hash (the keys
+  // view the definitions' static names).
+  static const std::unordered_map<std::wstring_view, const HeaderVarDef*> byName = [] {
+    std::unordered_map<std::wstring_view, const HeaderVarDef*> m;
     for (const HeaderVarDef& def : HeaderVarDefs()) m.emplace(def.name, &def);
     return m;
   }();

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 class AcDbDatabase;
@@ -53,7 +54,7 @@ struct HeaderVarDef {
 // The variables a new (metric) drawing has, in the order the HEADER lists them.
 const std::vector<HeaderVarDef>& HeaderVarDefs();
 // The definition of an upper-case name, or null.
-const HeaderVarDef* FindHeaderVarDef(const std::wstring& upperName);
+const HeaderVarDef* FindHeaderVarDef(std::wstring_view upperName);
 HeaderValue DefaultHeaderValue(const HeaderVarDef& def);
 // The stored value, else the default (a defined name must be given). A
 // variable placed in the viewport comes from the active viewport record

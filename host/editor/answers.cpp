@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <string_view>
 
 #include "arx/acedads.h"
 #include "ads/units.h"
@@ -60,7 +61,27 @@ bool TypedAngle(const std::wstring& text, double& absolute) {
 
 // A distance in the drawing's linear units (LUNITS, read once by the caller
 // that reads several).
+// A plain decimal number means the same in every unit mode: read it
+// without the unit parser (points are typed by the thousand in scripts).
+bool PlainNumber(const std::wstring& text, double& d) {
+  const size_t b = text.find_first_not_of(L" \t");
+  if (b == std::wstring::npos) return false;
+  const size_t e = text.find_last_not_of(L" \t") + 1;
+  char buf[64];
+  size_t n = 0;
+  for (size_t i = b; i < e; ++i) {
+    const wchar_t c = text[i];
+    if (n == sizeof buf || !((c >= L'0' && c <= L'9') || c == L'.' || c == L'e' || c == L'E' || c == L'-' || c == L'+'))
+      return false;
+    buf[n++] = static_cast<char>(c);
+  }
+  const char* p = buf[0] == '+' ? buf + 1 : buf;
+  const auto r = std::from_chars(p, buf + n, d);
+  return r.ec == std::errc() && r.ptr == buf + n;
+}
+
 bool Distance(const std::wstring& text, double& d, int lunits = -1) {
+  if (PlainNumber(text, d)) return true;
   return acutDisToF(Trim(text).c_str(), lunits, &d) == RTNORM;
 }
 
@@ -278,6 +299,9 @@ Keywords::Keywords(const std::wstring& list) {
     }
     w.local = word;
     w.global = k < globals.size() ? globals[k] : word;
+    w.upperLocal = ToUpper(w.local);
+    w.upperGlobal = ToUpper(w.global);
+    w.globalAbbrev = Abbreviation(w.global);
     words->push_back(std::move(w));
   }
   if (!words->empty()) mWords = std::move(words);
@@ -289,19 +313,25 @@ const std::vector<Keyword>& Keywords::words() const {
 }
 
 std::wstring Keywords::match(const std::wstring& typed) const {
-  if (typed.empty()) return L"";
+  if (typed.empty() || !mWords) return L"";
   const bool globalOnly = typed[0] == L'_';
-  const std::wstring text = ToUpper(globalOnly ? typed.substr(1) : typed);
+  const std::wstring_view text = std::wstring_view(typed).substr(globalOnly ? 1 : 0);
   if (text.empty()) return L"";
-  // The word itself, its abbreviation, or anything between the two.
-  auto fits = [&](const std::wstring& word, const std::wstring& abbrev) {
-    const std::wstring full = ToUpper(word);
-    if (text == full || text == abbrev) return true;
-    return full.compare(0, abbrev.size(), abbrev) == 0 && text.size() > abbrev.size() &&
-           full.compare(0, text.size(), text) == 0;
+  // Whether the first n characters of text, upper-cased, are those of word.
+  auto sameStart = [&](const std::wstring& word, size_t n) {
+    if (n > word.size() || n > text.size()) return false;
+    for (size_t i = 0; i < n; ++i)
+      if (ToUpperChar(text[i]) != word[i]) return false;
+    return true;
   };
-  for (const Keyword& w : words()) {
-    if (globalOnly ? fits(w.global, Abbreviation(w.global)) : fits(w.local, w.abbrev)) return w.global;
+  // The word itself, its abbreviation, or anything between the two.
+  auto fits = [&](const std::wstring& full, const std::wstring& abbrev) {
+    if (text.size() == abbrev.size() && sameStart(abbrev, abbrev.size())) return true;
+    if (text.size() == full.size() && sameStart(full, full.size())) return true;
+    return text.size() > abbrev.size() && full.compare(0, abbrev.size(), abbrev) == 0 && sameStart(full, text.size());
+  };
+  for (const Keyword& w : *mWords) {
+    if (globalOnly ? fits(w.upperGlobal, w.globalAbbrev) : fits(w.upperLocal, w.abbrev)) return w.global;
   }
   return L"";
 }

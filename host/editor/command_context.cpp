@@ -19,10 +19,10 @@ const Keywords& KeywordsOf(const std::wstring& list) {
   return it->second;
 }
 
-Request Make(Want want, const std::wstring& prompt, const std::wstring& keywords, int flags, const double* base) {
+Request Make(Want want, std::wstring prompt, const std::wstring& keywords, int flags, const double* base) {
   Request r;
   r.want = want;
-  r.prompt = prompt;
+  r.prompt = std::move(prompt);
   if (!keywords.empty()) r.keywords = KeywordsOf(keywords);
   r.flags = flags;
   if (base) {
@@ -49,37 +49,37 @@ Answer CommandContext::ask(const Request& request) {
   return a;
 }
 
-Answer CommandContext::askPoint(const std::wstring& prompt, const std::wstring& keywords, int flags,
+Answer CommandContext::askPoint(std::wstring prompt, const std::wstring& keywords, int flags,
                                 const double* base) {
-  return ask(Make(Want::kPoint, prompt, keywords, flags, base));
+  return ask(Make(Want::kPoint, std::move(prompt), keywords, flags, base));
 }
-Answer CommandContext::askCorner(const std::wstring& prompt, const double base[3], int flags) {
-  return ask(Make(Want::kCorner, prompt, L"", flags, base));
+Answer CommandContext::askCorner(std::wstring prompt, const double base[3], int flags) {
+  return ask(Make(Want::kCorner, std::move(prompt), L"", flags, base));
 }
-Answer CommandContext::askDist(const std::wstring& prompt, const std::wstring& keywords, int flags,
+Answer CommandContext::askDist(std::wstring prompt, const std::wstring& keywords, int flags,
                                const double* base) {
-  return ask(Make(Want::kDist, prompt, keywords, flags, base));
+  return ask(Make(Want::kDist, std::move(prompt), keywords, flags, base));
 }
-Answer CommandContext::askAngle(const std::wstring& prompt, const std::wstring& keywords, int flags,
+Answer CommandContext::askAngle(std::wstring prompt, const std::wstring& keywords, int flags,
                                 const double* base) {
-  return ask(Make(Want::kAngle, prompt, keywords, flags, base));
+  return ask(Make(Want::kAngle, std::move(prompt), keywords, flags, base));
 }
-Answer CommandContext::askReal(const std::wstring& prompt, const std::wstring& keywords, int flags) {
-  return ask(Make(Want::kReal, prompt, keywords, flags, nullptr));
+Answer CommandContext::askReal(std::wstring prompt, const std::wstring& keywords, int flags) {
+  return ask(Make(Want::kReal, std::move(prompt), keywords, flags, nullptr));
 }
-Answer CommandContext::askInt(const std::wstring& prompt, const std::wstring& keywords, int flags) {
-  return ask(Make(Want::kInt, prompt, keywords, flags, nullptr));
+Answer CommandContext::askInt(std::wstring prompt, const std::wstring& keywords, int flags) {
+  return ask(Make(Want::kInt, std::move(prompt), keywords, flags, nullptr));
 }
-Answer CommandContext::askKeyword(const std::wstring& prompt, const std::wstring& keywords, int flags) {
-  return ask(Make(Want::kKword, prompt, keywords, flags, nullptr));
+Answer CommandContext::askKeyword(std::wstring prompt, const std::wstring& keywords, int flags) {
+  return ask(Make(Want::kKword, std::move(prompt), keywords, flags, nullptr));
 }
-Answer CommandContext::askString(const std::wstring& prompt, bool spaces) {
-  Request r = Make(Want::kString, prompt, L"", 0, nullptr);
+Answer CommandContext::askString(std::wstring prompt, bool spaces) {
+  Request r = Make(Want::kString, std::move(prompt), L"", 0, nullptr);
   r.spaces = spaces;
   return ask(r);
 }
-Answer CommandContext::askEntity(const std::wstring& prompt, const std::wstring& keywords) {
-  return ask(Make(Want::kEntity, prompt, keywords, 0, nullptr));
+Answer CommandContext::askEntity(std::wstring prompt, const std::wstring& keywords) {
+  return ask(Make(Want::kEntity, std::move(prompt), keywords, 0, nullptr));
 }
 
 std::vector<AcDbObjectId> CommandContext::selectObjects(const std::wstring& prompt) {

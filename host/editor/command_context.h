@@ -30,19 +30,19 @@ class CommandContext {
   Answer ask(const Request& request);
   // The usual prompts. keywords: "Undo Close" and the like (an empty
   // string for none); base: the rubber band's start point, or null.
-  Answer askPoint(const std::wstring& prompt, const std::wstring& keywords = L"", int flags = 0,
+  Answer askPoint(std::wstring prompt, const std::wstring& keywords = L"", int flags = 0,
                   const double* base = nullptr);
-  Answer askCorner(const std::wstring& prompt, const double base[3], int flags = 0);
-  Answer askDist(const std::wstring& prompt, const std::wstring& keywords = L"", int flags = 0,
+  Answer askCorner(std::wstring prompt, const double base[3], int flags = 0);
+  Answer askDist(std::wstring prompt, const std::wstring& keywords = L"", int flags = 0,
                  const double* base = nullptr);
-  Answer askAngle(const std::wstring& prompt, const std::wstring& keywords = L"", int flags = 0,
+  Answer askAngle(std::wstring prompt, const std::wstring& keywords = L"", int flags = 0,
                   const double* base = nullptr);
-  Answer askReal(const std::wstring& prompt, const std::wstring& keywords = L"", int flags = 0);
-  Answer askInt(const std::wstring& prompt, const std::wstring& keywords = L"", int flags = 0);
-  Answer askKeyword(const std::wstring& prompt, const std::wstring& keywords, int flags = 0);
+  Answer askReal(std::wstring prompt, const std::wstring& keywords = L"", int flags = 0);
+  Answer askInt(std::wstring prompt, const std::wstring& keywords = L"", int flags = 0);
+  Answer askKeyword(std::wstring prompt, const std::wstring& keywords, int flags = 0);
   // Text: with spaces a space belongs to the answer (only Enter ends it).
-  Answer askString(const std::wstring& prompt, bool spaces = false);
-  Answer askEntity(const std::wstring& prompt, const std::wstring& keywords = L"");
+  Answer askString(std::wstring prompt, bool spaces = false);
+  Answer askEntity(std::wstring prompt, const std::wstring& keywords = L"");
   // "Select objects:" until Enter; the entities chosen, in order.
   std::vector<AcDbObjectId> selectObjects(const std::wstring& prompt = L"\nSelect objects: ");
 

@@ -57,6 +57,9 @@ struct Keyword {
   std::wstring local;   // as written, with its capitals
   std::wstring abbrev;  // upper case: the shortest form accepted
   std::wstring global;  // returned when matched
+  // Upper case, for matching: the local and global words and the global
+  // word's abbreviation.
+  std::wstring upperLocal, upperGlobal, globalAbbrev;
 };
 class Keywords {
  public:

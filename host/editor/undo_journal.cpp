@@ -1,6 +1,7 @@
 #include "editor/undo_journal.h"
 
 #include <algorithm>
+#include <unordered_set>
 #include <vector>
 
 #include "arx/acutads.h"
@@ -17,16 +18,14 @@ namespace {
 // Commands that leave the drawing as it is make no step: the journal's
 // own, and those that query, save, plot or show.
 bool MakesStep(const std::wstring& name) {
-  static const wchar_t* const kNone[] = {
+  static const std::unordered_set<std::wstring> kNone = {
       L"U",     L"UNDO",   L"REDO",      L"MREDO",  L"ABOUT",    L"AREA",   L"DIST",   L"ID",
       L"LIST",  L"HELP",   L"REDRAW",    L"REDRAWALL", L"REGEN", L"REGENALL", L"MSLIDE", L"VSLIDE",
       L"SAVE",  L"QSAVE",  L"SAVEAS",    L"OPEN",   L"NEW",      L"CLOSE",  L"PLOT",   L"EXPORT",
       L"DXFOUT", L"WBLOCK", L"SCRIPT",   L"RSCRIPT", L"RESUME",  L"DELAY",  L"TEXTSCR", L"GRAPHSCR",
       L"STATUS", L"TIME",
   };
-  for (const wchar_t* n : kNone)
-    if (name == n) return false;
-  return true;
+  return kNone.count(name) == 0;
 }
 
 bool IsJournalCommand(const std::wstring& name) { return name == L"U" || name == L"UNDO" || name == L"REDO"; }

@@ -26,9 +26,9 @@ InputState& State() {
   return state;
 }
 
-Token FromText(const std::wstring& text) {
+Token FromText(std::wstring& text) {
   if (text == L"^C") return Token::Of(Token::kCancel);
-  return Token::Text(text);
+  return Token::Text(std::move(text));
 }
 
 ReadInput Ended(bool atCommandPrompt, bool fromScript) {

@@ -39,13 +39,13 @@ bool IsBlankChar(wchar_t ch) {
 
 std::wstring ToUpper(const std::wstring& text) {
   std::wstring out(text);
-  for (wchar_t& c : out) c = ToUpperChar(c);
+  for (wchar_t& c : out) c = c < 0x80 ? (c >= L'a' && c <= L'z' ? static_cast<wchar_t>(c - 32) : c) : ToUpperChar(c);
   return out;
 }
 
 std::wstring ToLower(const std::wstring& text) {
   std::wstring out(text);
-  for (wchar_t& c : out) c = ToLowerChar(c);
+  for (wchar_t& c : out) c = c < 0x80 ? (c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c + 32) : c) : ToLowerChar(c);
   return out;
 }
 
