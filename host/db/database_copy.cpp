@@ -1,6 +1,7 @@
 // AcDbDatabase::insert and wblock: copies between drawings through the
-// object copier, with the insertion base (INSBASE) each form gives.
-#include <exception>
+// object copier, with the insertion base (INSBASE) each form gives. No
+// exception leaves them: running out of memory is eOutOfMemory, and the
+// copier has taken back what it made by then.
 #include <memory>
 #include <vector>
 
@@ -88,7 +89,7 @@ Acad::ErrorStatus AcDbDatabase::insert(AcDbObjectId& blockId, const ACHAR* pBloc
     if (es != Acad::eOk) return es;
     copier.commit();
     return Acad::eOk;
-  } catch (const std::exception&) {
+  } catch (...) {
     blockId.setNull();
     return Acad::eOutOfMemory;
   }
@@ -103,7 +104,7 @@ Acad::ErrorStatus AcDbDatabase::insert(const AcGeMatrix3d& xform, AcDbDatabase* 
     if (es != Acad::eOk) return es;
     copier.commit();
     return Acad::eOk;
-  } catch (const std::exception&) {
+  } catch (...) {
     return Acad::eOutOfMemory;
   }
 }
@@ -132,7 +133,7 @@ Acad::ErrorStatus AcDbDatabase::wblock(AcDbDatabase*& pOutputDb, const AcDbObjec
     SetInsertionBase(out.get(), basePoint);
     pOutputDb = out.release();
     return Acad::eOk;
-  } catch (const std::exception&) {
+  } catch (...) {
     return Acad::eOutOfMemory;
   }
 }
@@ -150,7 +151,7 @@ Acad::ErrorStatus AcDbDatabase::wblock(AcDbDatabase*& pOutputDb, AcDbObjectId bl
     SetInsertionBase(out.get(), block->origin());
     pOutputDb = out.release();
     return Acad::eOk;
-  } catch (const std::exception&) {
+  } catch (...) {
     return Acad::eOutOfMemory;
   }
 }
@@ -168,7 +169,7 @@ Acad::ErrorStatus AcDbDatabase::wblock(AcDbDatabase*& pOutputDb) {
     copier.commit();
     pOutputDb = out.release();
     return Acad::eOk;
-  } catch (const std::exception&) {
+  } catch (...) {
     return Acad::eOutOfMemory;
   }
 }

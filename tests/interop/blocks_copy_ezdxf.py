@@ -5,6 +5,7 @@ placed is written again by WBLOCK; both drawings the host saves audit
 clean in ezdxf, and every block, layer, linetype, style and dimension block
 that the copies name is there."""
 import os
+import shutil
 import sys
 
 import ezdxf
@@ -61,7 +62,8 @@ def main():
     failures = []
     os.makedirs(workdir, exist_ok=True)
     files = os.path.abspath(workdir + "-files")
-    os.makedirs(files, exist_ok=True)
+    shutil.rmtree(files, ignore_errors=True)
+    os.makedirs(files)
     source = os.path.join(files, "door.dxf")
     make_source(source)
     part = os.path.join(files, "part")

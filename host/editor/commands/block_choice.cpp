@@ -12,19 +12,6 @@
 namespace kelhost::editor {
 namespace {
 
-AcDbObjectId FindBlock(AcDbDatabase* db, const std::wstring& name) {
-  auto* table = db::PeekAs<AcDbBlockTable>(db->blockTableId());
-  AcDbObjectId id;
-  if (!table || name.empty() || table->getAt(name.c_str(), id) != Acad::eOk) return AcDbObjectId::kNull;
-  return id;
-}
-
-// Blocks that INSERT may place: not a layout's.
-bool Placeable(AcDbObjectId id) {
-  auto* block = db::PeekAs<AcDbBlockTableRecord>(id);
-  return block && !block->isLayout();
-}
-
 // The platform's report of a file not found, with where it looked.
 void ReportMissing(CommandContext& c, const std::wstring& file, const std::vector<std::wstring>& searched) {
   std::wstring shown = file;
@@ -34,6 +21,14 @@ void ReportMissing(CommandContext& c, const std::wstring& file, const std::vecto
 }
 
 }  // namespace
+
+AcDbObjectId FindPlaceableBlock(AcDbDatabase* db, const std::wstring& name) {
+  auto* table = db::PeekAs<AcDbBlockTable>(db->blockTableId());
+  AcDbObjectId id;
+  if (!table || name.empty() || table->getAt(name.c_str(), id) != Acad::eOk) return AcDbObjectId::kNull;
+  auto* block = db::PeekAs<AcDbBlockTableRecord>(id);
+  return block && !block->isLayout() ? id : AcDbObjectId::kNull;
+}
 
 std::wstring DefineBlockFromFile(AcDbDatabase* db, const std::wstring& name, const std::wstring& path,
                                  AcDbObjectId& block) {
@@ -81,8 +76,10 @@ bool ChooseBlock(CommandContext& c, AcDbDatabase* db, const std::wstring& answer
     c.print(L"\nInvalid block name.");
     return false;
   }
-  AcDbObjectId existing = FindBlock(db, name);
-  if (!existing.isNull() && !Placeable(existing)) {
+  // A layout's block (*Model_Space, ...) is no name INSERT takes.
+  auto* table = db::PeekAs<AcDbBlockTable>(db->blockTableId());
+  const AcDbObjectId existing = FindPlaceableBlock(db, name);
+  if (existing.isNull() && table && table->has(name.c_str())) {
     c.print(L"\nInvalid block name.");
     return false;
   }

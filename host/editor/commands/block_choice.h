@@ -15,6 +15,10 @@ struct BlockChoice {
   bool exploded = false;   // "*name": placed as separate entities
 };
 
+// The block of that name that INSERT and WBLOCK may take (not a layout's),
+// or null.
+AcDbObjectId FindPlaceableBlock(AcDbDatabase* db, const std::wstring& name);
+
 // Reads the answer: "name" (a block of the drawing, else name.dwg found
 // on the support path), "file.dwg" or "dir/file" (the file, whose base
 // name names the block), "name=file" (the block redefined from the file;

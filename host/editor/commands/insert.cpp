@@ -18,23 +18,18 @@
 #include "arx/acutads.h"
 #include "arx/dbblkref.h"
 #include "arx/wformat.h"
+#include "db/curve_geometry.h"
 #include "db/stub.h"
 #include "editor/builtin_commands.h"
 #include "editor/commands/block_attributes.h"
 #include "editor/commands/block_choice.h"
 #include "editor/commands/drawing_support.h"
 #include "editor/commands/insert_units.h"
+#include "editor/commands/typed_text.h"
 #include "kelhost/text.h"
 
 namespace kelhost::editor {
 namespace {
-
-std::wstring Trim(const std::wstring& s) {
-  size_t b = 0, e = s.size();
-  while (b < e && IsBlankChar(s[b])) ++b;
-  while (e > b && IsBlankChar(s[e - 1])) --e;
-  return s.substr(b, e - b);
-}
 
 std::wstring TextVar(const wchar_t* name) {
   resbuf rb{};
@@ -59,7 +54,7 @@ void SetTextVar(const wchar_t* name, const std::wstring& value) {
 // "?": the blocks of the drawing that match a pattern, and the count of
 // each kind.
 void ListBlocks(CommandContext& c, AcDbDatabase* db) {
-  std::wstring pattern = Trim(c.askString(L"\nEnter block(s) to list <*>: ").text);
+  std::wstring pattern = Trimmed(c.askString(L"\nEnter block(s) to list <*>: ").text);
   if (pattern.empty()) pattern = L"*";
   auto* table = db::PeekAs<AcDbBlockTable>(db->blockTableId());
   AcDbSymbolTableIterator* it = nullptr;
@@ -100,7 +95,7 @@ struct Placement {
 // A scale factor typed (or passed) as text: a number in the current
 // units, not zero.
 bool ScaleOf(CommandContext& c, const std::wstring& text, double& value) {
-  if (acutDisToF(Trim(text).c_str(), -1, &value) != RTNORM) {
+  if (acutDisToF(Trimmed(text).c_str(), -1, &value) != RTNORM) {
     c.print(L"\nPoint or option keyword required.");
     return false;
   }
@@ -169,7 +164,7 @@ void AskXYZ(CommandContext& c, Placement& p) {
       continue;
     }
     double x = 1.0;
-    if (!Trim(a.text).empty() && !ScaleOf(c, a.text, x)) continue;
+    if (!Trimmed(a.text).empty() && !ScaleOf(c, a.text, x)) continue;
     p.scale[0] = x;
     p.scale[1] = AskFactor(c, L"\nSpecify Y scale factor or <use X scale factor>: ", x);
     p.scale[2] = AskFactor(c, L"\nSpecify Z scale factor or <use X scale factor>: ", x);
@@ -199,25 +194,27 @@ void AskScale(CommandContext& c, Placement& p) {
       continue;
     }
     double x = 1.0;
-    if (!Trim(a.text).empty() && !ScaleOf(c, a.text, x)) continue;
+    if (!Trimmed(a.text).empty() && !ScaleOf(c, a.text, x)) continue;
     p.scale[0] = p.scale[2] = x;
     p.scale[1] = AskFactor(c, L"\nEnter Y scale factor <use X scale factor>: ", x);
     return;
   }
 }
 
-// The reference as placed: position and rotation in the world, the
-// rotation measured in the current UCS's XY plane from its X axis.
+// The reference as placed: in the plane of the current UCS, its rotation
+// measured there from the UCS's X axis.
 std::unique_ptr<AcDbBlockReference> MakeReference(AcDbDatabase* db, AcDbObjectId blockId, const Placement& p,
                                                   double conversion) {
-  const double zero[3] = {0, 0, 0}, unitX[3] = {1, 0, 0};
-  const AcGePoint3d o = ToWorld(zero), x = ToWorld(unitX);
-  const double rotation = p.rotation + std::atan2(x.y - o.y, x.x - o.x);
+  const double zero[3] = {0, 0, 0}, unitZ[3] = {0, 0, 1};
+  const double along[3] = {std::cos(p.rotation), std::sin(p.rotation), 0};
+  const AcGePoint3d o = ToWorld(zero);
+  const AcGeVector3d normal = (ToWorld(unitZ) - o).normal();
   const AcGeVector3d scale(p.scale[0] * conversion, p.scale[1] * conversion, p.scale[2] * conversion);
   auto ref = std::make_unique<AcDbBlockReference>(ToWorld(p.point), blockId);
   ref->setDatabaseDefaults(db);
   ref->setScaleFactors(scale);
-  ref->setRotation(rotation);
+  ref->setNormal(normal);
+  ref->setRotation(geom::OcsAngle(normal, ToWorld(along) - o));
   if (p.hasBase) {
     // The given base point, not the block's, lands on the insertion point.
     auto* block = db::PeekAs<AcDbBlockTableRecord>(blockId);
@@ -255,7 +252,7 @@ void RunInsert(CommandContext& c) {
     const std::wstring last = TextVar(L"INSNAME");
     const std::wstring prompt =
         last.empty() ? L"\nEnter block name or [?]: " : L"\nEnter block name or [?] <" + last + L">: ";
-    std::wstring name = Trim(c.askString(prompt).text);
+    std::wstring name = Trimmed(c.askString(prompt).text);
     if (name.empty()) {
       if (last.empty()) return;
       name = last;

@@ -18,6 +18,7 @@
 #include "db/stub.h"
 #include "editor/builtin_commands.h"
 #include "editor/commands/layer_table.h"
+#include "editor/commands/typed_text.h"
 #include "kelhost/text.h"
 
 namespace kelhost::editor {
@@ -153,7 +154,7 @@ class LayerCommand {
   }
 
   void make() {
-    std::wstring name = Trim(askText(L"\nEnter name for new layer (becomes the current layer) <" + current() + L">: "));
+    std::wstring name = Trimmed(askText(L"\nEnter name for new layer (becomes the current layer) <" + current() + L">: "));
     if (name.empty()) name = current();
     AcDbObjectId id = FindLayer(dwg, name);
     if (id.isNull()) {
@@ -164,7 +165,7 @@ class LayerCommand {
   }
 
   void set() {
-    const std::wstring name = Trim(askText(L"\nEnter layer name to make current or <select object>: "));
+    const std::wstring name = Trimmed(askText(L"\nEnter layer name to make current or <select object>: "));
     if (name.empty()) {
       Answer a = c.askEntity(L"\nSelect object: ");
       if (a.status == RTNORM && a.hasName)
@@ -186,11 +187,11 @@ class LayerCommand {
   }
 
   void rename() {
-    const std::wstring from = Trim(askText(L"\nEnter old layer name: "));
+    const std::wstring from = Trimmed(askText(L"\nEnter old layer name: "));
     if (from.empty()) return;
     const AcDbObjectId id = FindLayer(dwg, from);
     if (id.isNull()) return c.print(L"\nCannot find layer " + Quoted(from) + L".");
-    const std::wstring to = Trim(askText(L"\nEnter new layer name: "));
+    const std::wstring to = Trimmed(askText(L"\nEnter new layer name: "));
     if (to.empty()) return;
     if (id == dwg->layerZero()) return c.print(L"\nCannot rename layer 0.");
     if (!IsValidLayerName(to)) return c.print(L"\nInvalid layer name.");
@@ -235,7 +236,7 @@ class LayerCommand {
     bool off = false;
     for (;;) {
       Answer a = c.askKeyword(L"\nNew color [Truecolor/COlorbook] : ", L"Truecolor COlorbook", kArbitrary);
-      std::wstring text = Trim(a.text);
+      std::wstring text = Trimmed(a.text);
       if (text.empty()) return;
       if (a.text == L"Truecolor" || a.text == L"COlorbook") {
         c.print(L"\nThe headless editor offers index colors only.");
@@ -259,7 +260,7 @@ class LayerCommand {
     auto* table = db::PeekAs<AcDbLinetypeTable>(dwg->linetypeTableId());
     AcDbObjectId linetype;
     for (;;) {
-      std::wstring name = Trim(askText(L"\nEnter a loaded linetype name or [?] <Continuous>: "));
+      std::wstring name = Trimmed(askText(L"\nEnter a loaded linetype name or [?] <Continuous>: "));
       if (name.empty()) name = L"Continuous";
       if (name == L"?") {
         listLinetypes();
@@ -299,7 +300,7 @@ class LayerCommand {
   void lineweight() {
     AcDb::LineWeight weight = AcDb::kLnWtByLwDefault;
     for (;;) {
-      const std::wstring text = Trim(askText(L"\nEnter lineweight (0.0mm - 2.11mm): "));
+      const std::wstring text = Trimmed(askText(L"\nEnter lineweight (0.0mm - 2.11mm): "));
       if (text.empty()) return;
       if (ParseLineWeight(text, weight)) break;
       c.print(L"\nValue must be between 0.0mm and 2.11mm.");
@@ -316,13 +317,6 @@ class LayerCommand {
     const std::wstring prompt = L"\nEnter layer name(s) for this plot preference <" + current() + L">: ";
     for (const AcDbObjectId& id : askLayers(prompt, OnEnter::kCurrent))
       ChangeLayer(id, [plotted](AcDbLayerTableRecord& l) { l.setIsPlottable(plotted); });
-  }
-
-  static std::wstring Trim(const std::wstring& s) {
-    size_t b = 0, e = s.size();
-    while (b < e && IsBlankChar(s[b])) ++b;
-    while (e > b && IsBlankChar(s[e - 1])) --e;
-    return s.substr(b, e - b);
   }
 
   CommandContext& c;

@@ -7,19 +7,13 @@
 #include "arx/dbdatabase.h"
 #include "arx/wformat.h"
 #include "db/stub.h"
+#include "editor/commands/typed_text.h"
 #include "kelhost/text.h"
 
 namespace kelhost::editor {
 namespace {
 
 const wchar_t* const kColorNames[] = {L"red", L"yellow", L"green", L"cyan", L"blue", L"magenta", L"white"};
-
-std::wstring Trim(const std::wstring& s) {
-  size_t b = 0, e = s.size();
-  while (b < e && IsBlankChar(s[b])) ++b;
-  while (e > b && IsBlankChar(s[e - 1])) --e;
-  return s.substr(b, e - b);
-}
 
 const AcDbLayerTable* Layers(AcDbDatabase* db) {
   return db ? db::PeekAs<AcDbLayerTable>(db->layerTableId()) : nullptr;
@@ -35,7 +29,7 @@ std::vector<std::wstring> SplitNameList(const std::wstring& text) {
   size_t from = 0;
   for (;;) {
     const size_t comma = text.find(L',', from);
-    std::wstring item = Trim(text.substr(from, comma == std::wstring::npos ? std::wstring::npos : comma - from));
+    std::wstring item = Trimmed(text.substr(from, comma == std::wstring::npos ? std::wstring::npos : comma - from));
     if (!item.empty()) items.push_back(std::move(item));
     if (comma == std::wstring::npos) break;
     from = comma + 1;
@@ -122,7 +116,7 @@ std::wstring ColorText(int index) {
 }
 
 int ParseColor(const std::wstring& typed) {
-  const std::wstring text = Trim(typed);
+  const std::wstring text = Trimmed(typed);
   for (int i = 0; i < 7; ++i)
     if (EqualNoCase(text, kColorNames[i])) return i + 1;
   if (text.empty() || text.size() > 3) return 0;
@@ -140,7 +134,7 @@ std::wstring LineWeightText(AcDb::LineWeight weight) {
 }
 
 bool ParseLineWeight(const std::wstring& typed, AcDb::LineWeight& weight) {
-  const std::wstring text = Trim(typed);
+  const std::wstring text = Trimmed(typed);
   if (EqualNoCase(text, L"Default") || EqualNoCase(text, L"D")) {
     weight = AcDb::kLnWtByLwDefault;
     return true;

@@ -17,34 +17,21 @@
 #include "arx/dbsymtb.h"
 #include "db/stub.h"
 #include "editor/builtin_commands.h"
+#include "editor/commands/block_choice.h"
 #include "editor/commands/drawing_file_names.h"
 #include "editor/commands/drawing_support.h"
 #include "editor/erased_objects.h"
 #include "kelhost/drawing_files.h"
+#include "editor/commands/typed_text.h"
 #include "kelhost/text.h"
 
 namespace kelhost::editor {
 namespace {
 
-std::wstring Trim(const std::wstring& s) {
-  size_t b = 0, e = s.size();
-  while (b < e && IsBlankChar(s[b])) ++b;
-  while (e > b && IsBlankChar(s[e - 1])) --e;
-  return s.substr(b, e - b);
-}
-
-AcDbObjectId FindBlock(AcDbDatabase* db, const std::wstring& name) {
-  auto* table = db::PeekAs<AcDbBlockTable>(db->blockTableId());
-  AcDbObjectId id;
-  if (!table || name.empty() || table->getAt(name.c_str(), id) != Acad::eOk) return AcDbObjectId::kNull;
-  auto* block = db::PeekAs<AcDbBlockTableRecord>(id);
-  return block && !block->isLayout() ? id : AcDbObjectId::kNull;
-}
-
 void RunWblock(CommandContext& c) {
   AcDbDatabase* db = ads::WorkingDb();
   if (!db) c.fail();
-  const std::wstring typed = Unquoted(Trim(c.askString(L"\nEnter name of output file: ").text));
+  const std::wstring typed = Unquoted(Trimmed(c.askString(L"\nEnter name of output file: ").text));
   if (typed.empty()) return;
   const std::wstring file = DrawingFileToWrite(typed);
   if (IsExistingFile(file)) {
@@ -52,7 +39,7 @@ void RunWblock(CommandContext& c) {
     if (!(a.status == RTKWORD && a.text == L"Yes")) return;
   }
   const std::wstring what =
-      Trim(c.askString(L"\nEnter name of existing block or\n[= (block=output file)/* (whole drawing)] "
+      Trimmed(c.askString(L"\nEnter name of existing block or\n[= (block=output file)/* (whole drawing)] "
                        L"<define new drawing>: ")
                .text);
   AcDbDatabase* written = nullptr;
@@ -71,7 +58,7 @@ void RunWblock(CommandContext& c) {
     es = db->wblock(written);
   } else {
     const std::wstring name = what == L"=" ? FileBaseName(typed) : what;
-    const AcDbObjectId block = FindBlock(db, name);
+    const AcDbObjectId block = FindPlaceableBlock(db, name);
     if (block.isNull()) c.fail(L"\nBlock " + name + L" not found.");
     es = db->wblock(written, block);
   }
