@@ -39,7 +39,7 @@ void SetInsertionBase(AcDbDatabase* db, const AcGePoint3d& p) {
   v.point[0] = p.x;
   v.point[1] = p.y;
   v.point[2] = p.z;
-  db->state().headerVars[def->name] = v;
+  kelhost::db::PutHeaderVar(db, *def, v);
 }
 
 // The live entities of a block, in order.

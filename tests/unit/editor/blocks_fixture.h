@@ -19,6 +19,7 @@
 #include "db/database_state.h"
 #include "db/stub.h"
 #include "editor/command_processor.h"
+#include "editor/undo_journal.h"
 #include "kelhost/host.h"
 #include "kelhost/lisp.h"
 #include "kelhost/sysvars.h"
@@ -28,6 +29,7 @@ class BlocksTest : public ::testing::Test {
  protected:
   void SetUp() override {
     kelhost::sysvars::ResetSession();
+    kelhost::editor::undo::Reset();
     db = std::make_unique<AcDbDatabase>();
     acdbHostApplicationServices()->setWorkingDatabase(db.get());
     openAtStart = kelhost::db::OpenObjectCount();
@@ -40,6 +42,7 @@ class BlocksTest : public ::testing::Test {
     kelhost::Host::instance().setCommandLineSink(nullptr);
     acdbHostApplicationServices()->setWorkingDatabase(nullptr);
     db.reset();
+    kelhost::editor::undo::Reset();
     kelhost::sysvars::ResetSession();
     unsetenv("ACAD");
     std::error_code ec;

@@ -191,4 +191,20 @@ TEST_F(BlocksInsertTest, NothingToInsertOrACancelMakesNoReference) {
   EXPECT_EQ(insname(), L"\"\"");
 }
 
+TEST_F(BlocksInsertTest, UndoTakesBackTheBlockWithWhatItBroughtAndRedoBringsItAgain) {
+  writeDoor();
+  useDirectoryAsSupportPath();
+  eval(L"(setvar \"ATTREQ\" 0)");
+  ASSERT_EQ(command({L"INSERT", L"door", L"0,0", L"", L"", L""}), RTNORM);
+  ASSERT_EQ(command({L"U"}), RTNORM);
+  EXPECT_TRUE(block(db.get(), L"door").isNull());
+  EXPECT_TRUE(block(db.get(), L"INNER").isNull());
+  EXPECT_TRUE(layer(db.get(), L"WALL").isNull());
+  EXPECT_TRUE(entities(db->modelSpaceId()).empty());
+  ASSERT_EQ(command({L"REDO"}), RTNORM);
+  ASSERT_NE(lastReference(), nullptr);
+  EXPECT_EQ(lastReference()->blockTableRecord(), block(db.get(), L"door"));
+  EXPECT_EQ(lastReference()->attributeIds().size(), 2u);
+}
+
 }  // namespace

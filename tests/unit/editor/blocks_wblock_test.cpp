@@ -78,6 +78,11 @@ TEST_F(BlocksWblockTest, SelectedObjectsRoundTripAndLeaveTheDrawing) {
   EXPECT_TRUE(src.line.isErased());
   EXPECT_FALSE(src.text.isErased());
   EXPECT_EQ(kelhost::editor::LastErased(), (std::vector<AcDbObjectId>{src.ref, src.line}));
+  // U brings them back (the file stays).
+  ASSERT_EQ(command({L"U"}), RTNORM);
+  EXPECT_TRUE(said(L"U WBLOCK"));
+  EXPECT_FALSE(src.ref.isErased());
+  EXPECT_FALSE(src.line.isErased());
 
   std::unique_ptr<AcDbDatabase> read = readBack("part.dwg");
   const std::vector<AcDbEntity*> parts = entities(read->modelSpaceId());
