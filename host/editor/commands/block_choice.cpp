@@ -76,13 +76,8 @@ bool ChooseBlock(CommandContext& c, AcDbDatabase* db, const std::wstring& answer
     c.print(L"\nInvalid block name.");
     return false;
   }
-  // A layout's block (*Model_Space, ...) is no name INSERT takes.
-  auto* table = db::PeekAs<AcDbBlockTable>(db->blockTableId());
+  // (A valid name never names a layout's block: those begin with '*'.)
   const AcDbObjectId existing = FindPlaceableBlock(db, name);
-  if (existing.isNull() && table && table->has(name.c_str())) {
-    c.print(L"\nInvalid block name.");
-    return false;
-  }
   if (!existing.isNull() && file.empty()) {
     choice.block = existing;
     choice.name = name;
