@@ -39,6 +39,7 @@ std::vector<HeaderVarDef> MakeDefs() {
       Short(L"EXPERT", 0, 0, 5),
       Short(L"FILEDIA", 1, 0, 1),
       Short(L"HIGHLIGHT", 1, 0, 1),
+      Text(L"INSNAME", L""),
       Short(L"OSMODE", 4133, 0, 16383),
       Short(L"PICKBOX", 3, 0, 50),
       Short(L"TRIMMODE", 1, 0, 1),

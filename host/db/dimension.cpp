@@ -152,11 +152,10 @@ void AcDbDimension::dxfFields(kelhost::dxf::GroupFiler& f) {
   std::wstring block = RecordName(mBlock, L"");
   f.text(2, block, L"", Presence::kAlways);
   if (f.reading()) {
-    auto* table = db ? kelhost::db::PeekAs<AcDbSymbolTable>(db->blockTableId()) : nullptr;
-    AcDbObjectId found;
+    const AcDbObjectId found = block.empty() || !db ? AcDbObjectId::kNull : f.findRecord(db->blockTableId(), block.c_str());
     if (block.empty()) {
       mBlock.setNull();
-    } else if (table && table->getAt(block.c_str(), found) == Acad::eOk) {
+    } else if (!found.isNull()) {
       mBlock = found;
     } else {
       f.fail(L"no block \"" + block + L"\" for group 2");

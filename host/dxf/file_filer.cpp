@@ -237,7 +237,7 @@ AcDbObjectId FileReader::findRecord(AcDbObjectId table, const wchar_t* name) {
     auto* record = db::IsLiveStub(stub) && !stub->erased ? AcDbSymbolTableRecord::cast(stub->object.get()) : nullptr;
     if (record && record->ownerId() == table && Access::name(record) == name) return slot.record;
   }
-  const AcDbObjectId id = ListReader::findRecord(table, name);
+  const AcDbObjectId id = GroupFiler::findRecord(table, name);
   if (!id.isNull()) {
     slot.table = table;
     slot.record = id;

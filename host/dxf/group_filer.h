@@ -51,6 +51,10 @@ class GroupFiler {
   // name (see pendingRecords); otherwise an unknown name fails.
   virtual void record(int code, AcDbObjectId& v, AcDbObjectId table, const wchar_t* def, Presence p,
                       bool createMissing) = 0;
+  // The table's record of that name (without regard to case), or null:
+  // how a reader finds the records that groups name. A reader that copies
+  // objects from another drawing finds the copies here.
+  virtual AcDbObjectId findRecord(AcDbObjectId table, const wchar_t* name);
   // Free-form data (an xrecord's): every remaining group of the section.
   virtual void chain(resbuf*& data) = 0;
   // A run of records each led by leadCode (polyline vertices). A writer

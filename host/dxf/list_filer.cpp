@@ -14,15 +14,14 @@ namespace {
 
 std::uint64_t CodeBit(int code) { return std::uint64_t{1} << (static_cast<unsigned>(code) & 63); }
 
-// The record of a table with that name (without regard to case), or null.
-AcDbObjectId FindRecord(AcDbObjectId tableId, const wchar_t* name) {
+}  // namespace
+
+AcDbObjectId GroupFiler::findRecord(AcDbObjectId tableId, const wchar_t* name) {
   auto* table = db::PeekAs<AcDbSymbolTable>(tableId);
   AcDbObjectId id;
-  if (table && table->getAt(name, id) == Acad::eOk) return id;
+  if (table && name && table->getAt(name, id) == Acad::eOk) return id;
   return AcDbObjectId::kNull;
 }
-
-}  // namespace
 
 // ---------------------------------------------------------------- writer
 
@@ -131,8 +130,6 @@ void ListWriter::chain(resbuf*& data) {
 }
 
 // ---------------------------------------------------------------- reader
-
-AcDbObjectId ListReader::findRecord(AcDbObjectId table, const wchar_t* name) { return FindRecord(table, name); }
 
 ListReader::ListReader(AcDbDatabase* db, const std::vector<const resbuf*>& groups, bool modify)
     : GroupFiler(db), mGroups(groups), mUsed(groups.size(), 0), mEnd(groups.size()), mModify(modify) {

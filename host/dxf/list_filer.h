@@ -77,8 +77,6 @@ class ListReader : public GroupFiler {
     mGroups.swap(groups);
     mUsed.swap(used);
   }
-  // The table's record of that name (without regard to case), or null.
-  virtual AcDbObjectId findRecord(AcDbObjectId table, const wchar_t* name);
 
  private:
   // The first unused node of that code in scope (then anywhere, as the

@@ -16,13 +16,14 @@ namespace kelhost::editor::undo {
 namespace {
 
 // Commands that leave the drawing as it is make no step: the journal's
-// own, and those that query, save, plot or show.
+// own, and those that query, save, plot or show. (WBLOCK is not one: it
+// erases the objects it writes.)
 bool MakesStep(const std::wstring& name) {
   static const std::unordered_set<std::wstring> kNone = {
       L"U",     L"UNDO",   L"REDO",      L"MREDO",  L"ABOUT",    L"AREA",   L"DIST",   L"ID",
       L"LIST",  L"HELP",   L"REDRAW",    L"REDRAWALL", L"REGEN", L"REGENALL", L"MSLIDE", L"VSLIDE",
       L"SAVE",  L"QSAVE",  L"SAVEAS",    L"OPEN",   L"NEW",      L"CLOSE",  L"PLOT",   L"EXPORT",
-      L"DXFOUT", L"WBLOCK", L"SCRIPT",   L"RSCRIPT", L"RESUME",  L"DELAY",  L"TEXTSCR", L"GRAPHSCR",
+      L"DXFOUT", L"SCRIPT",   L"RSCRIPT", L"RESUME",  L"DELAY",  L"TEXTSCR", L"GRAPHSCR",
       L"STATUS", L"TIME",
   };
   return kNone.count(name) == 0;

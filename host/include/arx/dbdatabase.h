@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "dbmain.h"
+#include "gemat3d.h"
 
 class AcDbSymbolTable;
 class AcDbBlockTable;
@@ -86,6 +87,39 @@ class AcDbDatabase : public AcRxObject {
                                     Adesk::UInt32 xRefId = 0);
   // The next handle to be given.
   AcDbHandle handseed() const;
+
+  // Copies between drawings, as INSERT and WBLOCK make them: entities with
+  // the layers, linetypes, text styles, dimension styles, blocks and
+  // registered applications they use, every reference translated to the
+  // receiving drawing's object. A database made without its drawing
+  // (AcDbDatabase(false)) receives a new drawing's contents first.
+  //
+  // insert: the model space of pDb becomes the block pBlockName of this
+  // drawing, based at pDb's INSBASE; a block of that name already here is
+  // redefined (its references stay and show the new contents). Records
+  // whose names this drawing already has stay as they are; anonymous
+  // blocks are renamed. pDb is left as it was whatever
+  // preserveSourceDatabase says. eInvalidInput for a bad name, a null,
+  // empty or same database, or a layout's block; eSelfReference when pDb
+  // has a block named pBlockName. On failure nothing has changed here.
+  Acad::ErrorStatus insert(AcDbObjectId& blockId, const ACHAR* pBlockName, AcDbDatabase* pDb,
+                           bool preserveSourceDatabase = true);
+  // The model space of pDb copied into this drawing's model space, each
+  // entity transformed by xform (the entities of a drawing inserted
+  // exploded).
+  Acad::ErrorStatus insert(const AcGeMatrix3d& xform, AcDbDatabase* pDb, bool preserveSourceDatabase = true);
+  // wblock: a new drawing (the caller deletes it) holding copies of this
+  // drawing's entities in its model space, with what they use; records of
+  // the same name as the new drawing's standard ones (layer 0, Standard,
+  // ...) take this drawing's state. From entities of one space of this
+  // drawing (eWrongDatabase for another drawing's, eNotAnEntity for other
+  // objects), INSBASE basePoint; from a block (not a layout's), INSBASE
+  // its origin; or the whole drawing: model and paper space, the header
+  // variables and the current layer and styles (records no entity or
+  // variable uses are left out). pOutputDb is null on failure.
+  Acad::ErrorStatus wblock(AcDbDatabase*& pOutputDb, const AcDbObjectIdArray& outObjIds, const AcGePoint3d& basePoint);
+  Acad::ErrorStatus wblock(AcDbDatabase*& pOutputDb, AcDbObjectId blockId);
+  Acad::ErrorStatus wblock(AcDbDatabase*& pOutputDb);
 
   // Drawing files (the host keeps drawings as DXF). readDwgFile replaces
   // this database's contents with the drawing read; a ".dwg" name falls
