@@ -42,7 +42,7 @@ class HostDocManager : public AcApDocManager {
   Acad::ErrorStatus sendStringToExecute(AcApDocument* target, const ACHAR* text, bool, bool, bool echo) override {
     if (target != &mDocument || text == nullptr) return Acad::eInvalidInput;
     try {
-      editor::QueueInput(text, echo);
+      editor::QueueInput(text, echo, true);
     } catch (...) {
       return Acad::eOutOfMemory;
     }

@@ -3,6 +3,9 @@
 #include <deque>
 #include <vector>
 
+#include "kelhost/host.h"
+#include "kelhost/lisp.h"
+
 namespace kelhost::editor {
 namespace {
 
@@ -10,7 +13,11 @@ namespace {
 struct QueuedRun {
   ScriptSource text{L"", false};
   bool echo = true;
+  bool afterLisp = false;
 };
+
+// Text sent to be executed waits while AutoLISP runs.
+bool Held(const QueuedRun& run) { return run.afterLisp && Host::instance().lisp().evaluating(); }
 
 struct InputState {
   std::unique_ptr<InputSource> base;
@@ -56,11 +63,14 @@ int ScriptDepth() {
   return static_cast<int>(s.scripts.size()) + (s.startAtPrompt && s.scripts.empty() ? 1 : 0);
 }
 
-void QueueInput(const std::wstring& text, bool echo) {
+void QueueInput(const std::wstring& text, bool echo, bool afterLisp) {
   std::deque<QueuedRun>& queued = State().queued;
-  if (queued.empty() || queued.back().echo != echo) {
+  // Characters typed after text that waits for AutoLISP come after it, so
+  // they wait with it.
+  if (queued.empty() || queued.back().echo != echo || (afterLisp && !queued.back().afterLisp)) {
     queued.emplace_back();
     queued.back().echo = echo;
+    queued.back().afterLisp = afterLisp;
   }
   queued.back().text.append(text);
 }
@@ -72,7 +82,7 @@ void EscapeInput() {
 
 bool QueuedInputPending() {
   for (const QueuedRun& run : State().queued)
-    if (!run.text.empty()) return true;
+    if (!run.text.empty()) return !Held(run);
   return false;
 }
 
@@ -89,7 +99,7 @@ ReadInput NextInput(bool spaces, bool atCommandPrompt) {
     return r;
   }
   std::wstring text;
-  while (!s.queued.empty()) {
+  while (!s.queued.empty() && !Held(s.queued.front())) {
     QueuedRun& run = s.queued.front();
     if (run.text.read(text, spaces)) {
       r.token = FromText(text);

@@ -26,8 +26,10 @@ void StartScriptAtPrompt(std::unique_ptr<InputSource> script);
 int ScriptDepth();
 // Text typed into the command line by a program: a space or line end in
 // it is Enter, as in a menu macro. With echo false what it answers is not
-// repeated on the command line.
-void QueueInput(const std::wstring& text, bool echo = true);
+// repeated on the command line. With afterLisp true (sendStringToExecute)
+// it waits until AutoLISP has returned: a prompt asked during an AutoLISP
+// call does not read it.
+void QueueInput(const std::wstring& text, bool echo = true, bool afterLisp = false);
 // Escape: queued text is dropped and the next answer is cancel.
 void EscapeInput();
 // True when text queued for the command line waits to be read.

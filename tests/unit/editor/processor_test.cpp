@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "arx/acdocman.h"
 #include "editor/builtin_commands.h"
 #include "editor/command_tokens.h"
 #include "editor_fixture.h"
@@ -169,4 +170,15 @@ TEST_F(Processor, CommandOfAutoLispWaitsAndGetsTheNextCallsAnswers) {
   EXPECT_EQ(entityCount(), 2);
   EXPECT_EQ(eval(L"(command-s \"line\" '(0 0))"), L"error: Function cancelled");
   EXPECT_EQ(entityCount(), 2);
+}
+
+TEST_F(Processor, TextSentToExecuteWaitsUntilAutoLispReturns) {
+  answers(L"5,5\n");
+  ASSERT_EQ(acDocManager->sendStringToExecute(acDocManager->curDocument(), L"(setq later 1) ", true, false, false),
+            Acad::eOk);
+  // A prompt asked while AutoLISP runs reads the user, not the queued text.
+  EXPECT_EQ(eval(L"(getpoint)"), L"(5.0 5.0 0.0)");
+  EXPECT_EQ(eval(L"later"), L"nil");
+  EXPECT_TRUE(EvaluateAtPrompt(L"(princ)", false));
+  EXPECT_EQ(eval(L"later"), L"1");
 }
