@@ -36,7 +36,10 @@ bool LoadModule(const std::string& nativePath, std::wstring* error) {
     Fail(error, name + L" is already loaded");
     return false;
   }
-  void* handle = dlopen(nativePath.c_str(), RTLD_NOW | RTLD_LOCAL);
+  // A name without a directory is a file here, not one for the dynamic
+  // linker to look for in the system's library directories.
+  const std::string file = nativePath.find('/') == std::string::npos ? "./" + nativePath : nativePath;
+  void* handle = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (!handle) {
     const char* why = dlerror();
     Fail(error, L"cannot load " + FromUtf8(nativePath) + L": " + FromUtf8(why ? why : "unknown error"));
