@@ -35,13 +35,6 @@ bool ParseCount(const char* text, long min, long& out) {
   return end && *end == '\0' && out >= min;
 }
 
-std::size_t EntityCount(AcDbDatabase* db) {
-  AcDbBlockTableRecord* space = nullptr;
-  if (acdbOpenObject(space, db->modelSpaceId(), AcDb::kForRead) != Acad::eOk) return 0;
-  const std::size_t n = space->entityIds().size();
-  space->close();
-  return n;
-}
 
 struct Timing {
   double cpu = 0, wall = 0;
@@ -62,7 +55,7 @@ bool Timed(Timing& best, Action action) {
 }
 
 void Report(const Timing& best, AcDbDatabase* db) {
-  std::printf("seconds %.6f\nwall %.6f\nentities %zu\n", best.cpu, best.wall, EntityCount(db));
+  std::printf("seconds %.6f\nwall %.6f\nentities %zu\n", best.cpu, best.wall, kelbench::EntityCount(db));
 }
 
 bool Read(const std::string& path, std::unique_ptr<AcDbDatabase>& db, Timing& timing) {

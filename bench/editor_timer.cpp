@@ -25,13 +25,6 @@
 
 namespace {
 
-std::size_t EntityCount(AcDbDatabase* db) {
-  AcDbBlockTableRecord* space = nullptr;
-  if (acdbOpenObject(space, db->modelSpaceId(), AcDb::kForRead) != Acad::eOk) return 0;
-  const std::size_t n = space->entityIds().size();
-  space->close();
-  return n;
-}
 
 // Runs action on a new working drawing; the processor time it took, or a
 // negative value when the drawing did not end with count entities.
@@ -42,7 +35,7 @@ double TimedOnNewDrawing(std::size_t count, Action action) {
   const double start = kelbench::CpuSeconds();
   action();
   const double seconds = kelbench::CpuSeconds() - start;
-  const bool ok = EntityCount(db.get()) == count;
+  const bool ok = kelbench::EntityCount(db.get()) == count;
   acdbHostApplicationServices()->setWorkingDatabase(nullptr);
   return ok ? seconds : -1.0;
 }

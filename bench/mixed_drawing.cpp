@@ -105,6 +105,14 @@ resbuf* LineList(std::size_t index) {
   return acutBuildList(RTDXF0, L"LINE", 8, L"0", 10, start, 11, end, 0);
 }
 
+std::size_t EntityCount(AcDbDatabase* db) {
+  AcDbBlockTableRecord* space = nullptr;
+  if (acdbOpenObject(space, db->modelSpaceId(), AcDb::kForRead) != Acad::eOk) return 0;
+  const std::size_t n = space->entityIds().size();
+  space->close();
+  return n;
+}
+
 BenchDrawing::BenchDrawing(std::size_t count) : mDb(std::make_unique<AcDbDatabase>()) {
   acdbHostApplicationServices()->setWorkingDatabase(mDb.get());
   AddMixedEntities(mDb.get(), count);

@@ -22,6 +22,9 @@ void AddLines(AcDbDatabase* db, std::size_t count);
 // The entity list of the index-th LINE of the mix (the caller releases it).
 resbuf* LineList(std::size_t index);
 
+// How many entities model space holds.
+std::size_t EntityCount(AcDbDatabase* db);
+
 // A new drawing holding count entities of the mix; it is the working
 // database while it lives.
 class BenchDrawing {

@@ -14,6 +14,7 @@
 #include "arx/acutads.h"
 #include "arx/dbsymtb.h"
 #include "db/database_state.h"
+#include "db/name_index.h"
 #include "db/drawing_extents.h"
 #include "editor/command_processor.h"
 #include "editor/screen.h"
@@ -321,13 +322,8 @@ const std::vector<Computed>& ComputedVars() {
 }
 
 const Computed* FindComputed(std::wstring_view upper) {
-  static const std::unordered_map<std::wstring_view, const Computed*> byName = [] {
-    std::unordered_map<std::wstring_view, const Computed*> m;
-    for (const Computed& c : ComputedVars()) m.emplace(c.name, &c);
-    return m;
-  }();
-  auto it = byName.find(upper);
-  return it == byName.end() ? nullptr : it->second;
+  static const db::NameIndex<Computed> index(ComputedVars());
+  return index.find(upper);
 }
 
 // Drawing variables need a working database; session and computed ones

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "arx/adsdef.h"
+#include "db/name_index.h"
 
 namespace kelhost::sysvars {
 namespace {
@@ -77,13 +78,8 @@ std::unordered_map<const HeaderVarDef*, HeaderValue>& Values() {
 }  // namespace
 
 const HeaderVarDef* FindSessionDef(std::wstring_view upperName) {
-  static const std::unordered_map<std::wstring_view, const HeaderVarDef*> byName = [] {
-    std::unordered_map<std::wstring_view, const HeaderVarDef*> m;
-    for (const HeaderVarDef& def : Defs()) m.emplace(def.name, &def);
-    return m;
-  }();
-  auto it = byName.find(upperName);
-  return it == byName.end() ? nullptr : it->second;
+  static const db::NameIndex<HeaderVarDef> index(Defs());
+  return index.find(upperName);
 }
 
 HeaderValue GetSessionVar(const HeaderVarDef& def) {

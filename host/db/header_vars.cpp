@@ -8,6 +8,7 @@
 #include "arx/adsdef.h"
 #include "db/active_view.h"
 #include "db/database_state.h"
+#include "db/name_index.h"
 #include "db/stub.h"
 
 namespace kelhost::db {
@@ -96,15 +97,9 @@ const std::vector<HeaderVarDef>& HeaderVarDefs() {
 }
 
 const HeaderVarDef* FindHeaderVarDef(std::wstring_view upperName) {
-  // Commands read variables at every prompt: look them up by hash (the keys
-  // view the definitions' static names).
-  static const std::unordered_map<std::wstring_view, const HeaderVarDef*> byName = [] {
-    std::unordered_map<std::wstring_view, const HeaderVarDef*> m;
-    for (const HeaderVarDef& def : HeaderVarDefs()) m.emplace(def.name, &def);
-    return m;
-  }();
-  auto it = byName.find(upperName);
-  return it == byName.end() ? nullptr : it->second;
+  // Commands read variables at every prompt: look them up by hash.
+  static const NameIndex<HeaderVarDef> index(HeaderVarDefs());
+  return index.find(upperName);
 }
 
 HeaderValue DefaultHeaderValue(const HeaderVarDef& def) {

@@ -87,6 +87,14 @@ struct AcEdJig::Impl {
     return flags;
   }
 
+  // A distance or an angle, set only when the drag went as normal.
+  DragStatus acquireReal(Want want, const AcGePoint3d* base, double& value) {
+    Answer a;
+    const DragStatus s = acquire(want, base, a);
+    if (s == kNormal) value = a.real;
+    return s;
+  }
+
   // One answer at the drag prompt. Typed coordinates are not governed by
   // ORTHOMODE, as on the platform, so kGovernedByOrthoMode changes nothing.
   DragStatus acquire(Want want, const AcGePoint3d* base, Answer& answer) {
@@ -233,31 +241,17 @@ AcEdJig::DragStatus AcEdJig::acquirePoint(AcGePoint3d& point, const AcGePoint3d&
 }
 
 AcEdJig::DragStatus AcEdJig::acquireDist(double& distance) {
-  Answer a;
-  const DragStatus s = mImpl->acquire(Want::kDist, nullptr, a);
-  if (s == kNormal) distance = a.real;
-  return s;
+  return mImpl->acquireReal(Want::kDist, nullptr, distance);
 }
 
 AcEdJig::DragStatus AcEdJig::acquireDist(double& distance, const AcGePoint3d& basePoint) {
-  Answer a;
-  const DragStatus s = mImpl->acquire(Want::kDist, &basePoint, a);
-  if (s == kNormal) distance = a.real;
-  return s;
+  return mImpl->acquireReal(Want::kDist, &basePoint, distance);
 }
 
-AcEdJig::DragStatus AcEdJig::acquireAngle(double& angle) {
-  Answer a;
-  const DragStatus s = mImpl->acquire(Want::kAngle, nullptr, a);
-  if (s == kNormal) angle = a.real;
-  return s;
-}
+AcEdJig::DragStatus AcEdJig::acquireAngle(double& angle) { return mImpl->acquireReal(Want::kAngle, nullptr, angle); }
 
 AcEdJig::DragStatus AcEdJig::acquireAngle(double& angle, const AcGePoint3d& basePoint) {
-  Answer a;
-  const DragStatus s = mImpl->acquire(Want::kAngle, &basePoint, a);
-  if (s == kNormal) angle = a.real;
-  return s;
+  return mImpl->acquireReal(Want::kAngle, &basePoint, angle);
 }
 
 AcEdJig::CursorType AcEdJig::specialCursorType() { return mImpl->cursor; }

@@ -155,12 +155,17 @@ bool CornerScale(CommandContext& c, const Placement& p, const double corner[3], 
   return true;
 }
 
+// Corner: the scale from the opposite corner of a unit square.
+bool AskCornerScale(CommandContext& c, Placement& p) {
+  Answer corner = c.askCorner(L"\nSpecify opposite corner: ", p.point, kNoNull);
+  return CornerScale(c, p, corner.point, p.scale);
+}
+
 void AskXYZ(CommandContext& c, Placement& p) {
   for (;;) {
     Answer a = c.askKeyword(L"\nSpecify X scale factor or [Corner] <1>: ", L"Corner", kArbitrary);
     if (a.text == L"Corner") {
-      Answer corner = c.askCorner(L"\nSpecify opposite corner: ", p.point, kNoNull);
-      if (CornerScale(c, p, corner.point, p.scale)) return;
+      if (AskCornerScale(c, p)) return;
       continue;
     }
     double x = 1.0;
@@ -189,8 +194,7 @@ void AskScale(CommandContext& c, Placement& p) {
     }
     if (a.text == L"XYZ") return AskXYZ(c, p);
     if (a.text == L"Corner") {
-      Answer corner = c.askCorner(L"\nSpecify opposite corner: ", p.point, kNoNull);
-      if (CornerScale(c, p, corner.point, p.scale)) return;
+      if (AskCornerScale(c, p)) return;
       continue;
     }
     double x = 1.0;

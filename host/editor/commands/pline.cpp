@@ -89,13 +89,19 @@ void RunPline(CommandContext& c) {
 
 }  // namespace
 
-void PlineDraft::addLine(const AcGePoint2d& to) {
+// A segment from the current point with the current widths.
+PlineSegment PlineDraft::startSegment() const {
   PlineSegment s;
   s.from = current;
-  s.to = to;
   s.startWidth = startWidth;
   s.endWidth = endWidth;
   s.directionBefore = direction;
+  return s;
+}
+
+void PlineDraft::addLine(const AcGePoint2d& to) {
+  PlineSegment s = startSegment();
+  s.to = to;
   segments.push_back(s);
   if (!(to - current).isZeroLength()) direction = AngleOf(to - current);
   current = to;
@@ -103,14 +109,10 @@ void PlineDraft::addLine(const AcGePoint2d& to) {
 }
 
 void PlineDraft::addArc(const PlaneArc& arc) {
-  PlineSegment s;
-  s.from = current;
+  PlineSegment s = startSegment();
   s.to = arc.end();
   s.isArc = true;
   s.arc = arc;
-  s.startWidth = startWidth;
-  s.endWidth = endWidth;
-  s.directionBefore = direction;
   segments.push_back(s);
   direction = arc.endTangent();
   current = s.to;

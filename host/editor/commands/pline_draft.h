@@ -31,6 +31,7 @@ struct PlineDraft {
 
   void addLine(const AcGePoint2d& to);
   void addArc(const PlaneArc& arc);
+  PlineSegment startSegment() const;
   // False when there is nothing to undo.
   bool undo();
   // The polyline made from the segments (none without a segment); the
