@@ -46,7 +46,7 @@ bool Write(const std::wstring& path) {
   bool ok = first.SetxData(kApp, 1000, L"墙体") && first.SetxData(kApp, 1070, 5, 2) &&
             first.SetxData(kApp, 1071, 100000L) && first.SetxData(kApp, 1040, 2.5) &&
             first.SetxData(kApp, 1010, kPoint) && first.SetxData(kSecondApp, 1000, L"b") &&
-            first.SetxData(L"", 62, 3);
+            first.SetxData(L"", 39, 1.25);
   ok = ok && first.SetxRecord(L"REC", 1, L"对象", 0, kObjectPath) && first.SetxRecord(L"REC", 70, 7, 0, kObjectPath) &&
        first.SetxRecord(L"REC", 40, 3.25, 1, kObjectPath) && first.SetxRecord(L"REC", 10, kPoint, 0, kObjectPath);
   OxData second(lines.at(1));
@@ -98,7 +98,7 @@ bool Check(const std::wstring& path) {
   Expect(first.GetxData(kApp, 1040, real) == 0 && real == 2.5, "1040");
   Expect(first.GetxData(kApp, 1010, point) == 0 && Same(point, kPoint), "1010");
   Expect(first.GetxData(kSecondApp, 1000, text) == 0 && text == L"b", "second application");
-  Expect(first.GetxData(L"", 62, small) == 0 && small == 3, "colour from the entity list");
+  Expect(first.GetxData(L"", 39, real) == 0 && real == 1.25, "thickness from the entity list");
   Expect(first.GetxRecord(L"REC", 1, text, 0, kObjectPath) == 0 && text == L"对象", "object record 1");
   Expect(first.GetxRecord(L"REC", 70, small, 0, kObjectPath) == 0 && small == 7, "object record 70");
   Expect(first.GetxRecord(L"REC", 40, real, 0, kObjectPath) == 0 && real == 0.0, "object record 40 zero");

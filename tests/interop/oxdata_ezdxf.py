@@ -49,7 +49,7 @@ def main():
         check(xdata == [(1000, "墙体"), (1070, 0), (1070, 0), (1070, 5), (1071, 100000), (1040, 2.5),
                         (1010, (1.0, 2.0, 3.0))], "KEL_OX xdata %r" % (xdata,), failures)
         check(list(first.get_xdata("KEL_B")) == [(1000, "b")], "KEL_B xdata", failures)
-        check(first.dxf.color == 3, "colour %r" % first.dxf.color, failures)
+        check(first.dxf.thickness == 1.25, "thickness %r" % first.dxf.thickness, failures)
         check(list(second.get_xdata("KEL_OX")) == [(1000, ""), (1000, "second")], "second line's xdata", failures)
 
         ext = first.get_extension_dict() if first.has_extension_dict else None
