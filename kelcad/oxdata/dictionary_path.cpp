@@ -4,19 +4,21 @@
 namespace KEL {
 namespace DictionaryPath {
 
-bool Split(const wchar_t* path, std::vector<std::wstring>& names) {
-  names.clear();
+bool Names::Read(const wchar_t* path) {
+  mCount = 0;
   if (path == nullptr) return true;
   const size_t length = wcslen(path);
   if (length >= kPathBuffer) return false;
-  std::wstring name;
+  wmemcpy(mBuffer, path, length + 1);
+  const wchar_t* name = nullptr;
   for (size_t i = 0; i <= length; ++i) {
-    if (i == length || path[i] == L'\\') {
-      if (!name.empty()) names.push_back(name);
-      name.clear();
-    } else {
-      name += path[i];
+    if (mBuffer[i] != L'\\' && mBuffer[i] != L'\0') {
+      if (name == nullptr) name = mBuffer + i;
+      continue;
     }
+    mBuffer[i] = L'\0';
+    if (name != nullptr) mNames[mCount++] = name;
+    name = nullptr;
   }
   return true;
 }
@@ -24,12 +26,12 @@ bool Split(const wchar_t* path, std::vector<std::wstring>& names) {
 namespace {
 
 // Adds a new dictionary under name to the dictionary dict; its id.
-Acad::ErrorStatus AddDictionary(AcDbObjectId dict, const std::wstring& name, AcDbObjectId& made) {
+Acad::ErrorStatus AddDictionary(AcDbObjectId dict, const wchar_t* name, AcDbObjectId& made) {
   AcDbDictionary* parent = nullptr;
   Acad::ErrorStatus es = acdbOpenObject(parent, dict, AcDb::kForWrite);
   if (es != Acad::eOk) return es;
   auto* child = new AcDbDictionary();
-  es = parent->setAt(name.c_str(), child, made);
+  es = parent->setAt(name, child, made);
   if (es == Acad::eOk)
     child->close();
   else
@@ -40,7 +42,7 @@ Acad::ErrorStatus AddDictionary(AcDbObjectId dict, const std::wstring& name, AcD
 
 }  // namespace
 
-AcDbObjectId Walk(AcDbObjectId root, const std::vector<std::wstring>& names, bool create, Acad::ErrorStatus& es,
+AcDbObjectId Walk(AcDbObjectId root, const Names& names, bool create, Acad::ErrorStatus& es,
                   bool* complete) {
   if (complete != nullptr) *complete = false;
   if (root.isNull()) {
@@ -49,9 +51,9 @@ AcDbObjectId Walk(AcDbObjectId root, const std::vector<std::wstring>& names, boo
   }
   es = Acad::eOk;
   AcDbObjectId current = root;
-  for (const std::wstring& name : names) {
+  for (const wchar_t* name : names) {
     AcDbObjectId next;
-    es = Lookup(current, name.c_str(), next);
+    es = Lookup(current, name, next);
     if (es == Acad::eKeyNotFound) {
       if (!create) {
         es = Acad::eOk;

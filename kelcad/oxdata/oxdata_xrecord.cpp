@@ -1,8 +1,5 @@
 // OxData: values in xrecords along dictionary paths, under an object's
 // extension dictionary and under the drawing's named-object dictionary.
-#include <string>
-#include <vector>
-
 #include "kelcad/oxdata/dictionary_path.h"
 #include "kelcad/oxdata/oxdata.h"
 #include "kelcad/oxdata/value_nodes.h"
@@ -10,7 +7,7 @@
 namespace {
 
 using KEL::DictionaryPath::Lookup;
-using KEL::DictionaryPath::Split;
+using KEL::DictionaryPath::Names;
 using KEL::DictionaryPath::Walk;
 
 bool HasText(const wchar_t* text) { return text != nullptr && *text != L'\0'; }
@@ -19,8 +16,8 @@ bool HasText(const wchar_t* text) { return text != nullptr && *text != L'\0'; }
 // kind than the code's, a path too long.
 template <class T>
 bool Refused(const wchar_t* key, short code, const T& value, int index, const wchar_t* path,
-             std::vector<std::wstring>& names) {
-  return !HasText(key) || index < 0 || !KEL::ValueNodes::Fits(code, value) || !Split(path, names);
+             Names& names) {
+  return !HasText(key) || index < 0 || !KEL::ValueNodes::Fits(code, value) || !names.Read(path);
 }
 
 // Whether a new record holding the value at index takes the chain.
@@ -46,11 +43,20 @@ Acad::ErrorStatus ReadChain(AcDbObjectId record, resbuf*& chain) {
   return es;
 }
 
+Acad::ErrorStatus WriteChain(AcDbObjectId record, const resbuf* chain) {
+  AcDbXrecord* xrecord = nullptr;
+  Acad::ErrorStatus es = acdbOpenObject(xrecord, record, AcDb::kForWrite);
+  if (es != Acad::eOk) return es;
+  es = xrecord->setFromRbChain(*chain);
+  xrecord->close();
+  return es;
+}
+
 // The record key in the dictionary the path resolves to; null when the
 // path is refused or cannot be walked, or there is no such record.
 AcDbObjectId FindRecord(AcDbObjectId root, const wchar_t* path, const wchar_t* key, Acad::ErrorStatus& es) {
-  std::vector<std::wstring> names;
-  if (!Split(path, names)) {
+  Names names;
+  if (!names.Read(path)) {
     es = Acad::eInvalidInput;
     return AcDbObjectId::kNull;
   }
@@ -70,12 +76,8 @@ AcDbDatabase* RecordsDrawing() {
 Acad::ErrorStatus NamedObjects(AcDbObjectId& dict) {
   AcDbDatabase* db = RecordsDrawing();
   if (db == nullptr) return Acad::eNoDatabase;
-  AcDbDictionary* named = nullptr;
-  const Acad::ErrorStatus es = db->getNamedObjectsDictionary(named, AcDb::kForRead);
-  if (es != Acad::eOk) return es;
-  dict = named->objectId();
-  named->close();
-  return es;
+  dict = db->namedObjectsDictionaryId();
+  return dict.isNull() ? Acad::eNullObjectId : Acad::eOk;
 }
 
 Acad::ErrorStatus EraseRecord(AcDbObjectId record) {
@@ -90,15 +92,15 @@ Acad::ErrorStatus EraseRecord(AcDbObjectId record) {
 }  // namespace
 
 AcDbObjectId OxData::SetMDirection(AcDbObjectId root, const wchar_t* path) {
-  std::vector<std::wstring> names;
+  Names names;
   Acad::ErrorStatus es = Acad::eOk;
-  return Split(path, names) ? Walk(root, names, true, es) : AcDbObjectId::kNull;
+  return names.Read(path) ? Walk(root, names, true, es) : AcDbObjectId::kNull;
 }
 
 AcDbObjectId OxData::GetMDirection(AcDbObjectId root, const wchar_t* path) {
-  std::vector<std::wstring> names;
+  Names names;
   Acad::ErrorStatus es = Acad::eOk;
-  return Split(path, names) ? Walk(root, names, false, es) : AcDbObjectId::kNull;
+  return names.Read(path) ? Walk(root, names, false, es) : AcDbObjectId::kNull;
 }
 
 // An existing record is read, changed and written back. A new one gets
@@ -107,38 +109,50 @@ AcDbObjectId OxData::GetMDirection(AcDbObjectId root, const wchar_t* path) {
 template <class T>
 Acad::ErrorStatus OxData::SetxRecordTemplate(AcDbObjectId root, const wchar_t* path, const wchar_t* key, short code,
                                              const T& value, int index) {
-  std::vector<std::wstring> names;
+  Names names;
   if (Refused(key, code, value, index, path, names)) return Acad::eInvalidInput;
   Acad::ErrorStatus es = Acad::eOk;
   bool complete = false;
   const AcDbObjectId reached = Walk(root, names, false, es, &complete);
   if (reached.isNull()) return es;
+  // With every level there, the innermost dictionary stays open from the
+  // lookup of the key to the adding of a new record.
+  AcDbDictionary* dictionary = nullptr;
   AcDbObjectId record;
   resbuf* chain = nullptr;
-  if (complete && Lookup(reached, key, record) == Acad::eOk) {
-    es = ReadChain(record, chain);
+  if (complete) {
+    es = acdbOpenObject(dictionary, reached, AcDb::kForRead);
     if (es != Acad::eOk) return es;
+    if (dictionary->getAt(key, record) == Acad::eOk) {
+      dictionary->close();
+      dictionary = nullptr;
+      es = ReadChain(record, chain);
+      if (es != Acad::eOk) return es;
+    }
   }
   resbuf* node = KEL::ValueNodes::FindOrAppend(chain, code, index);
   if (node == nullptr || !KEL::ValueNodes::Store(node, value)) {
+    if (dictionary != nullptr) dictionary->close();
     acutRelRb(chain);
     return Acad::eOutOfMemory;
   }
   if (!record.isNull()) {
-    es = UpdatexRecordTemplate(root, path, key, chain);
+    es = WriteChain(record, chain);
     acutRelRb(chain);
     return es;
   }
   auto* xrecord = new AcDbXrecord();
   es = xrecord->setFromRbChain(*chain);
   acutRelRb(chain);
-  const AcDbObjectId dict = es == Acad::eOk ? Walk(root, names, true, es) : AcDbObjectId::kNull;
-  AcDbDictionary* dictionary = nullptr;
-  if (!dict.isNull()) es = acdbOpenObject(dictionary, dict, AcDb::kForWrite);
-  if (dictionary != nullptr) {
-    es = dictionary->setAt(key, xrecord, record);
-    dictionary->close();
+  if (es == Acad::eOk && dictionary != nullptr) {
+    es = dictionary->upgradeOpen();
+  } else if (es == Acad::eOk) {
+    // The missing levels are made only now, when the record holds its data.
+    const AcDbObjectId dict = Walk(root, names, true, es);
+    if (!dict.isNull()) es = acdbOpenObject(dictionary, dict, AcDb::kForWrite);
   }
+  if (es == Acad::eOk) es = dictionary->setAt(key, xrecord, record);
+  if (dictionary != nullptr) dictionary->close();
   if (es == Acad::eOk)
     xrecord->close();
   else
@@ -152,12 +166,7 @@ Acad::ErrorStatus OxData::UpdatexRecordTemplate(AcDbObjectId root, const wchar_t
   Acad::ErrorStatus es = Acad::eOk;
   const AcDbObjectId record = FindRecord(root, path, key, es);
   if (record.isNull()) return es;
-  AcDbXrecord* xrecord = nullptr;
-  es = acdbOpenObject(xrecord, record, AcDb::kForWrite);
-  if (es != Acad::eOk) return es;
-  es = xrecord->setFromRbChain(*chain);
-  xrecord->close();
-  return es;
+  return WriteChain(record, chain);
 }
 
 template <class T>
@@ -190,7 +199,7 @@ bool OxData::SetObjectRecord(const wchar_t* key, short code, const T& value, int
   if (!IsOK(AcDb::kForRead) || !IsOK(AcDb::kForWrite)) return false;
   // Checked before the extension dictionary is made: a refused value
   // leaves the object as it was.
-  std::vector<std::wstring> names;
+  Names names;
   if (Refused(key, code, value, index, path, names)) {
     m_ErrorStatus = Acad::eInvalidInput;
     return false;
@@ -267,8 +276,8 @@ bool OxData::DeletexRecord(const wchar_t* key, const wchar_t* path) {
   if (!IsOK(AcDb::kForRead)) return false;
   const AcDbObjectId dict = ExtensionDictionary(false);
   if (dict.isNull()) return m_ErrorStatus == Acad::eOk;
-  std::vector<std::wstring> names;
-  if (!Split(path, names)) {
+  Names names;
+  if (!names.Read(path)) {
     m_ErrorStatus = Acad::eInvalidInput;
     return false;
   }
@@ -350,8 +359,8 @@ bool OxData::DeleteDWGxRecord(const wchar_t* path, const wchar_t* key) {
   AcDbObjectId named;
   m_DWGErrorStatus = NamedObjects(named);
   if (m_DWGErrorStatus != Acad::eOk) return false;
-  std::vector<std::wstring> names;
-  if (!Split(path, names)) {
+  Names names;
+  if (!names.Read(path)) {
     m_DWGErrorStatus = Acad::eInvalidInput;
     return false;
   }

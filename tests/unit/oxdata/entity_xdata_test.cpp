@@ -1,5 +1,6 @@
 // Entities' applications by name and pattern, and the list-driven editor
 // of an entity's groups and xdata.
+#include <cstdlib>
 #include <string>
 
 #include "oxdata_fixture.h"
@@ -97,7 +98,9 @@ TEST_F(EntityXData, WithoutAnApplicationOnlyTheEntitysGroupsChange) {
   EXPECT_EQ(XData(line), L"(1001 KEEP)(1000 kept)");
   AcDbEntity* entity = nullptr;
   ASSERT_EQ(acdbOpenObject(entity, line, AcDb::kForRead), Acad::eOk);
-  EXPECT_EQ(std::wstring(entity->layer()), L"墙");
+  ACHAR* layer = entity->layer();  // a copy the caller frees
+  EXPECT_EQ(std::wstring(layer), L"墙");
+  std::free(layer);
   entity->close();
 }
 

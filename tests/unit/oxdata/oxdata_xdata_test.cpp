@@ -1,6 +1,7 @@
 // OxData on xdata and entity lists: addressing by code and occurrence,
 // zero-filled groups, the lenient reads, deletion by index and by pattern,
 // and what it refuses without touching the object.
+#include <cstdlib>
 #include <string>
 
 #include "oxdata_fixture.h"
@@ -128,7 +129,9 @@ TEST_F(XDataValues, AnEmptyApplicationAddressesTheEntityList) {
   AcDbLine* entity = nullptr;
   ASSERT_EQ(acdbOpenObject(entity, line, AcDb::kForRead), Acad::eOk);
   EXPECT_EQ(entity->startPoint(), AcGePoint3d(1, 2, 0));
-  EXPECT_EQ(std::wstring(entity->layer()), L"墙");
+  ACHAR* layer = entity->layer();  // a copy the caller frees
+  EXPECT_EQ(std::wstring(layer), L"墙");
+  std::free(layer);
   EXPECT_EQ(entity->thickness(), 2.5);
   entity->close();
   double thickness = 0;
