@@ -28,5 +28,8 @@
 #include "kelcad/geom/polygon.h"
 #include "kelcad/geom/records.h"
 #include "kelcad/geom/tangent_circles.h"
+#include "kelcad/oxdata/drawing_records.h"
+#include "kelcad/oxdata/entity_xdata.h"
+#include "kelcad/oxdata/oxdata.h"
 #include "kelcad/resbuf/rbchain.h"
 #include "kelcad/resbuf/rbtext.h"

@@ -8,6 +8,7 @@
 #include "kelcad/lisp/file_handlers.h"
 #include "kelcad/lisp/geometry_handlers.h"
 #include "kelcad/lisp/ini_handlers.h"
+#include "kelcad/lisp/xdata_handlers.h"
 #include "kelcad/platform.h"
 
 namespace KEL {
@@ -38,7 +39,7 @@ const LispFunctionRow kTable[kLispFunctionCount] = {
     {L"kel_linepmint", kNotBuilt, 0},            // 14
     {L"kel_mcs2wcs", kNotBuilt, 0},              // 15
     {L"kel_getckddw", kNotBuilt, 0},             // 16
-    {L"kel_kzsjxz", kNotBuilt, 0},               // 17
+    {L"kel_kzsjxz", KEL_KZSJXZ, 0},              // 17
     {L"kel_entmakecircle", kNotBuilt, 0},        // 18
     {L"kel_lineplineint", KEL_LinePLineInt, 0},  // 19
     {L"kel_clearundo", KEL_ClearUNDO, 0},        // 20
@@ -51,7 +52,7 @@ const LispFunctionRow kTable[kLispFunctionCount] = {
     {L"kel_getscreenlbrt", kNotBuilt, 0},        // 27
     {L"kel_isptinview", kNotBuilt, 0},           // 28
     {L"kel_entmakearc", kNotBuilt, 0},           // 29
-    {L"kel_qq10xx", kNotBuilt, 0},               // 30
+    {L"kel_qq10xx", KEL_QQ10XX, 0},              // 30
     {L"kel_sv", KEL_SV, 0},                      // 31
     {L"kel_rv", KEL_RV, 0},                      // 32
     {L"kel_getplvertex", kNotBuilt, 0},          // 33
@@ -135,7 +136,7 @@ const LispFunctionRow kTable[kLispFunctionCount] = {
     {L"kel_userinifilepath", KEL_UserINIFilePath, 0}, // 111
     {L"kel_gettextwidthfactor", kNotBuilt, 0},   // 112
     {L"kel_getlamarkpoint", kNotBuilt, 0},       // 113
-    {L"kel_delobjectxdata", kNotBuilt, 0},       // 114
+    {L"kel_delobjectxdata", KEL_DelObjectXData, 0}, // 114
     {L"kel_gettextwidth", kNotBuilt, 0},         // 115
     {L"kel_deletefiles", KEL_DeleteFiles, 0},    // 116
     {L"kel_deletetree", KEL_DeleteTree, 0},      // 117

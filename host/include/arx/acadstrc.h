@@ -230,3 +230,7 @@ struct Acad {
 // The platform's spellings used by older code.
 #define eWasOpenedForRead eWasOpenForRead
 #define eWasOpenedForWrite eWasOpenForWrite
+
+// The text of a status as the platform gives it: the status's name
+// ("eOk", "eKeyNotFound"); an empty string for a value that is no status.
+const wchar_t* acadErrorStatusText(Acad::ErrorStatus status);

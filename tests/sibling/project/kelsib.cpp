@@ -37,6 +37,28 @@ int Vars() {
   return RTNORM;
 }
 
+// (kelsib_oxdata ent): a value kept on the entity and one in the drawing
+// through the module's object data store, read back as a list
+// (text count-of-applications record-value).
+int OxDataValues() {
+  const resbuf* args = acedGetArgs();
+  if (args == nullptr || args->restype != RTENAME) return acedRetNil();
+  ads_name ent;
+  ads_name_set(args->resval.rlname, ent);
+  OxData data(ent);
+  data.SetxData(L"KELSIB", 1000, L"sibling", 1);
+  OxData::SetDWGxRecord(L"KELSIB\\DATA", L"COUNT", 70, 42);
+  CString text;
+  CStringArray apps;
+  int count = 0;
+  data.GetxData(L"KELSIB", 1000, text, 1);
+  OxData::GetDWGxRecord(L"KELSIB\\DATA", L"COUNT", 70, count);
+  resbuf* list = acutBuildList(RTSTR, text.GetString(), RTSHORT, data.GetAllAppName(apps), RTSHORT, count, RTNONE);
+  acedRetList(list);
+  acutRelRb(list);
+  return RTNORM;
+}
+
 }  // namespace
 
 extern "C" __attribute__((visibility("default"))) AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode msg, void* appId) {
@@ -49,16 +71,19 @@ extern "C" __attribute__((visibility("default"))) AcRx::AppRetCode acrxEntryPoin
       acedDefun(L"kelsib_check", 1);
       acedDefun(L"kelsib_area", 2);
       acedDefun(L"kelsib_vars", 3);
+      acedDefun(L"kelsib_oxdata", 4);
       break;
     case AcRx::kUnloadDwgMsg:
       acedUndef(L"kelsib_check", 1);
       acedUndef(L"kelsib_area", 2);
       acedUndef(L"kelsib_vars", 3);
+      acedUndef(L"kelsib_oxdata", 4);
       break;
     case AcRx::kInvkSubrMsg:
       if (acedGetFunCode() == 1) Check();
       if (acedGetFunCode() == 2) Area();
       if (acedGetFunCode() == 3) Vars();
+      if (acedGetFunCode() == 4) OxDataValues();
       break;
     default:
       break;
