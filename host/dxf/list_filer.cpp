@@ -163,6 +163,7 @@ bool SameMarker(const wchar_t* text, const wchar_t* marker) {
 
 void ListReader::subclass(const wchar_t* marker) {
   if (!mHasMarkers) return;
+  mCommonScope = SameMarker(L"AcDbEntity", marker);
   for (size_t i = mMarkerPos; i < mGroups.size(); ++i) {
     const resbuf* rb = mGroups[i];
     if (rb->restype == 100 && rb->resval.rstring && SameMarker(rb->resval.rstring, marker)) {
@@ -188,9 +189,12 @@ void ListReader::subclass(const wchar_t* marker) {
 // Outside its own subclass a group is only taken from where no other
 // subclass claims it: before the first marker, or anywhere in a list whose
 // markers do not match. A group after another subclass's marker (such as
-// 71 in an attribute definition) belongs to that subclass.
+// 71 in an attribute definition) belongs to that subclass. The entity's
+// common properties (layer, colour, linetype, ...) are the exception: no
+// subclass reuses their numbers, and programs append them to entget's list
+// for entmod, which the platform honours.
 bool ListReader::claimable(size_t i) const {
-  if (!mScoped) return true;
+  if (!mScoped || mCommonScope) return true;
   for (size_t j = 0; j < i; ++j)
     if (mGroups[j]->restype == 100) return false;
   return true;
@@ -200,6 +204,12 @@ const resbuf* ListReader::take(int code, Presence p) {
   if (!(mCodes & CodeBit(code))) {
     if (p == Presence::kRequired && !mModify) fail(L"missing group " + std::to_wstring(code));
     return nullptr;
+  }
+  if (mCommonScope && !mInRepeat) {
+    // A property given twice (entget's, then one appended) takes the last,
+    // as reading the groups in order and setting each would.
+    for (size_t i = mGroups.size(); i-- > 0;)
+      if (!mUsed[i] && mGroups[i]->restype == code) return mUsed[i] = true, mGroups[i];
   }
   for (size_t i = mBegin; i < mEnd; ++i)
     if (!mUsed[i] && mGroups[i]->restype == code) return mUsed[i] = true, mGroups[i];

@@ -90,6 +90,7 @@ class ListReader : public GroupFiler {
   size_t mMarkerPos = 0;            // where the next marker search starts
   bool mHasMarkers = false;
   bool mScoped = false;             // the current subclass's marker was found
+  bool mCommonScope = false;        // the current subclass is AcDbEntity's common properties
   bool mModify;
   bool mInRepeat = false;
   size_t mSavedBegin = 0, mSavedEnd = 0;

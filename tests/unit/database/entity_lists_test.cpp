@@ -85,6 +85,25 @@ TEST_F(EntityLists, EntmodChangesOnlyWhatItIsGivenAndRefusesBadChanges) {
             L"nil");  // the name is taken
 }
 
+// The common idiom (entmod (append (entget e) (list (cons 62 n)))): the
+// entity's own properties are taken wherever they stand in the list, even
+// after the markers of its later subclasses, as the platform takes them.
+TEST_F(EntityLists, CommonPropertiesAppendedAfterTheLastSubclassAreTaken) {
+  eval(L"(setq e (entmakex '((0 . \"LINE\") (10 0 0 0) (11 1 0 0))))");
+  EXPECT_NE(eval(L"(entmod (append (entget e) '((62 . 3) (8 . \"Late\") (6 . \"CONTINUOUS\"))))"), L"nil");
+  EXPECT_EQ(eval(L"(cdr (assoc 62 (entget e)))"), L"3");
+  EXPECT_EQ(eval(L"(cdr (assoc 8 (entget e)))"), L"\"Late\"");
+  EXPECT_EQ(eval(L"(strcase (cdr (assoc 6 (entget e))))"), L"\"CONTINUOUS\"");
+  eval(L"(setq m (entmakex (append '((0 . \"MTEXT\") (100 . \"AcDbEntity\") (100 . \"AcDbMText\")"
+       L" (10 0 0 0) (1 . \"x\")) '((62 . 5)))))");
+  EXPECT_EQ(eval(L"(cdr (assoc 62 (entget m)))"), L"5");
+  // A subclass's own group of the same number still belongs to it: an
+  // attribute definition's 70 and 73 are its flags and field length.
+  eval(L"(setq d (entmakex '((0 . \"ATTDEF\") (100 . \"AcDbEntity\") (100 . \"AcDbText\") (10 0 0 0)"
+       L" (40 . 2.5) (1 . \"v\") (100 . \"AcDbAttributeDefinition\") (3 . \"P\") (2 . \"T\") (70 . 1) (73 . 0))))");
+  EXPECT_EQ(eval(L"(cdr (assoc 70 (entget d)))"), L"1");
+}
+
 TEST_F(EntityLists, EntdelTogglesAndWalkingSkipsErased) {
   eval(L"(setq a (entmakex '((0 . \"POINT\") (10 1 0 0))) b (entmakex '((0 . \"POINT\") (10 2 0 0)))"
        L" c (entmakex '((0 . \"POINT\") (10 3 0 0))))");
