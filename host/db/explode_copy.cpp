@@ -59,7 +59,7 @@ class TranslatingReader : public dxf::ListReader {
   }
   void id(int code, AcDbObjectId& v, dxf::Presence p) override {
     ListReader::id(code, v, p);
-    if (!v.isNull() && v.database() != database()) v = mTranslator.reference(code, v);
+    if (!v.isNull()) v = mTranslator.reference(code, v);
   }
 
  private:
