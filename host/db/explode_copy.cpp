@@ -61,6 +61,20 @@ class TranslatingReader : public dxf::ListReader {
     ListReader::id(code, v, p);
     if (!v.isNull()) v = mTranslator.reference(code, v);
   }
+  // Free-form data (an xrecord's) refers to objects through its pointer
+  // and ownership groups: those are translated as the others are.
+  void chain(resbuf*& data) override {
+    ListReader::chain(data);
+    for (resbuf* rb = data; rb; rb = rb->rbnext) {
+      if (!((rb->restype >= 330 && rb->restype <= 369) || (rb->restype >= 390 && rb->restype <= 399))) continue;
+      AcDbObjectId v;
+      v.setFromOldId(rb->resval.rlname[0]);
+      if (v.isNull()) continue;
+      v = mTranslator.reference(rb->restype, v);
+      rb->resval.rlname[0] = v.asOldId();
+      rb->resval.rlname[1] = 0;
+    }
+  }
 
  private:
   CopyTranslator& mTranslator;
