@@ -115,6 +115,9 @@ TEST_F(CloneTest, WblockCloneObjectsBringsWhatTheEntitiesNameAndTranslatesEveryR
   auto* family = peek<AcDbDimStyleTableRecord>(PairOf(map, src.family).value());
   ASSERT_NE(family, nullptr);
   EXPECT_EQ(family->dimtxsty(), PairOf(map, src.romans).value());
+  const ACHAR* font = nullptr;
+  peek<AcDbTextStyleTableRecord>(family->dimtxsty())->fileName(font);
+  EXPECT_EQ(std::wstring(font), L"romans.shx");
   auto* dim = AcDbDimension::cast(placed[3]);
   ASSERT_NE(dim, nullptr);
   EXPECT_EQ(dim->dimensionStyle(), family->objectId());
