@@ -17,8 +17,9 @@ class CopyTranslator {
   // the table of the same kind (table is the target's); null when there
   // is none, which fails the copy.
   virtual AcDbObjectId record(AcDbObjectId targetTable, const wchar_t* name) = 0;
-  // The target's object standing for a source object that a group (code)
-  // refers to; null when the copy does without the reference.
+  // The target's object standing for an object that a group (code) refers
+  // to (every reference is asked, the target's own too); null when the
+  // copy does without the reference.
   virtual AcDbObjectId reference(int code, AcDbObjectId source) = 0;
   // Whether an application of xdata is registered in the target
   // (registering it there when it is not yet).

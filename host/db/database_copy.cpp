@@ -1,7 +1,9 @@
 // AcDbDatabase::insert and wblock: copies between drawings through the
-// object copier, with the insertion base (INSBASE) each form gives. No
-// exception leaves them: running out of memory is eOutOfMemory, and the
-// copier has taken back what it made by then.
+// object copier (INSERT keeps the receiving drawing's records, kDrcIgnore;
+// WBLOCK's new drawing takes the source's, kDrcReplace), with the
+// insertion base (INSBASE) each form gives. No exception leaves them:
+// running out of memory is eOutOfMemory, and the copier has taken back
+// what it made by then.
 #include <memory>
 #include <vector>
 
@@ -51,6 +53,22 @@ std::vector<AcDbObjectId> LiveEntities(AcDbObjectId blockId) {
   return ids;
 }
 
+// A copier between drawings with its own map of the operation.
+struct Copy {
+  Copy(AcDbDatabase* source, AcDbDatabase* target, AcDb::DuplicateRecordCloning drc, AcDb::DeepCloneType context)
+      : copier(source, target, ObjectCopier::Mode::kWblock, drc, map) {
+    ObjectCopier::start(map, source, target, context, drc);
+  }
+  // Translates what waited for the end and keeps the copies.
+  Acad::ErrorStatus finish() {
+    const Acad::ErrorStatus es = copier.translate();
+    if (es == Acad::eOk) copier.commit();
+    return es;
+  }
+  AcDbIdMapping map;
+  ObjectCopier copier;
+};
+
 // A new drawing for wblock to fill.
 std::unique_ptr<AcDbDatabase> NewDrawing() { return std::make_unique<AcDbDatabase>(true, true); }
 
@@ -83,12 +101,12 @@ Acad::ErrorStatus AcDbDatabase::insert(AcDbObjectId& blockId, const ACHAR* pBloc
     if (!pBlockName || acdbSNValid(pBlockName, 0) != RTNORM || !HoldsDrawing(pDb) || pDb == this)
       return Acad::eInvalidInput;
     MakeReady(this);
-    ObjectCopier copier(pDb, this, ObjectCopier::Duplicates::kKeepTarget);
-    const Acad::ErrorStatus es =
-        copier.copyAsBlock(LiveEntities(pDb->modelSpaceId()), pBlockName, InsertionBase(pDb), blockId);
-    if (es != Acad::eOk) return es;
-    copier.commit();
-    return Acad::eOk;
+    Copy copy(pDb, this, AcDb::kDrcIgnore, AcDb::kDcInsert);
+    Acad::ErrorStatus es =
+        copy.copier.copyAsBlock(LiveEntities(pDb->modelSpaceId()), pBlockName, InsertionBase(pDb), blockId);
+    if (es == Acad::eOk) es = copy.finish();
+    if (es != Acad::eOk) blockId.setNull();
+    return es;
   } catch (...) {
     blockId.setNull();
     return Acad::eOutOfMemory;
@@ -99,11 +117,10 @@ Acad::ErrorStatus AcDbDatabase::insert(const AcGeMatrix3d& xform, AcDbDatabase* 
   try {
     if (!HoldsDrawing(pDb) || pDb == this) return Acad::eInvalidInput;
     MakeReady(this);
-    ObjectCopier copier(pDb, this, ObjectCopier::Duplicates::kKeepTarget);
-    const Acad::ErrorStatus es = copier.copyEntities(LiveEntities(pDb->modelSpaceId()), modelSpaceId(), xform);
-    if (es != Acad::eOk) return es;
-    copier.commit();
-    return Acad::eOk;
+    Copy copy(pDb, this, AcDb::kDrcIgnore, AcDb::kDcInsert);
+    Acad::ErrorStatus es = copy.copier.copyEntities(LiveEntities(pDb->modelSpaceId()), modelSpaceId(), xform);
+    if (es == Acad::eOk) es = copy.finish();
+    return es;
   } catch (...) {
     return Acad::eOutOfMemory;
   }
@@ -126,10 +143,10 @@ Acad::ErrorStatus AcDbDatabase::wblock(AcDbDatabase*& pOutputDb, const AcDbObjec
       ids.push_back(id);
     }
     std::unique_ptr<AcDbDatabase> out = NewDrawing();
-    ObjectCopier copier(this, out.get(), ObjectCopier::Duplicates::kTakeSource);
-    const Acad::ErrorStatus es = copier.copyEntities(ids, out->modelSpaceId());
+    Copy copy(this, out.get(), AcDb::kDrcReplace, AcDb::kDcWblock);
+    Acad::ErrorStatus es = copy.copier.copyEntities(ids, out->modelSpaceId());
+    if (es == Acad::eOk) es = copy.finish();
     if (es != Acad::eOk) return es;
-    copier.commit();
     SetInsertionBase(out.get(), basePoint);
     pOutputDb = out.release();
     return Acad::eOk;
@@ -144,10 +161,10 @@ Acad::ErrorStatus AcDbDatabase::wblock(AcDbDatabase*& pOutputDb, AcDbObjectId bl
     auto* block = kelhost::db::PeekAs<AcDbBlockTableRecord>(blockId);
     if (!block || blockId.database() != this || blockId.isErased() || block->isLayout()) return Acad::eInvalidInput;
     std::unique_ptr<AcDbDatabase> out = NewDrawing();
-    ObjectCopier copier(this, out.get(), ObjectCopier::Duplicates::kTakeSource);
-    const Acad::ErrorStatus es = copier.copyEntities(LiveEntities(blockId), out->modelSpaceId());
+    Copy copy(this, out.get(), AcDb::kDrcReplace, AcDb::kDcWblock);
+    Acad::ErrorStatus es = copy.copier.copyEntities(LiveEntities(blockId), out->modelSpaceId());
+    if (es == Acad::eOk) es = copy.finish();
     if (es != Acad::eOk) return es;
-    copier.commit();
     SetInsertionBase(out.get(), block->origin());
     pOutputDb = out.release();
     return Acad::eOk;
@@ -161,12 +178,12 @@ Acad::ErrorStatus AcDbDatabase::wblock(AcDbDatabase*& pOutputDb) {
   try {
     if (!HoldsDrawing(this)) return Acad::eNoDatabase;
     std::unique_ptr<AcDbDatabase> out = NewDrawing();
-    ObjectCopier copier(this, out.get(), ObjectCopier::Duplicates::kTakeSource);
-    Acad::ErrorStatus es = copier.copyEntities(LiveEntities(modelSpaceId()), out->modelSpaceId());
-    if (es == Acad::eOk) es = copier.copyEntities(LiveEntities(paperSpaceId()), out->paperSpaceId());
+    Copy copy(this, out.get(), AcDb::kDrcReplace, AcDb::kDcWblock);
+    Acad::ErrorStatus es = copy.copier.copyEntities(LiveEntities(modelSpaceId()), out->modelSpaceId());
+    if (es == Acad::eOk) es = copy.copier.copyEntities(LiveEntities(paperSpaceId()), out->paperSpaceId());
     if (es != Acad::eOk) return es;
-    CopyHeader(*this, *out, copier);
-    copier.commit();
+    CopyHeader(*this, *out, copy.copier);
+    if ((es = copy.finish()) != Acad::eOk) return es;
     pOutputDb = out.release();
     return Acad::eOk;
   } catch (...) {

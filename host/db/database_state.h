@@ -61,6 +61,8 @@ struct DatabaseState {
   // stale once an object changed since (db/drawing_extents.h).
   bool extentsStale = true;
   AcDbObjectId extentsSpace;
+  // The file the drawing was read from (empty for one made in memory).
+  std::wstring fileName;
   // What a drawing file held that has no object of its own (dxf/file_extras.h).
   std::shared_ptr<dxf::FileExtras> fileExtras;
 

@@ -5,6 +5,7 @@
 
 #include "arx/dbdict.h"
 #include "arx/dbdatabase.h"
+#include "db/object_copier.h"
 #include "db/stub.h"
 #include "db/rx_define.h"
 #include "dxf/access.h"
@@ -70,7 +71,9 @@ Acad::ErrorStatus AcDbDictionary::setAt(const ACHAR* srchKey, AcDbObject* newVal
     if (!newValue->ownerId().isNull() && newValue->ownerId() != objectId()) return Acad::eInvalidOwnerObject;
     retObjId = newValue->objectId();
   } else {
-    Acad::ErrorStatus es = db->addAcDbObject(retObjId, newValue);
+    // A clone of another drawing's object brings what it names.
+    Acad::ErrorStatus es = kelhost::db::AdoptForeignClone(newValue, db);
+    if (es == Acad::eOk) es = db->addAcDbObject(retObjId, newValue);
     if (es != Acad::eOk) return es;
   }
   kelhost::dxf::Access::setOwner(newValue, objectId());
@@ -132,7 +135,7 @@ void AcDbDictionary::setTreatElementsAsHard(bool doIt) {
   if (writable()) mHardOwner = doIt;
 }
 
-void AcDbDictionary::setMergeStyle(DuplicateRecordCloning style) {
+void AcDbDictionary::setMergeStyle(AcDb::DuplicateRecordCloning style) {
   if (writable()) mMergeStyle = static_cast<short>(style);
 }
 

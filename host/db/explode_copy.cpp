@@ -59,7 +59,21 @@ class TranslatingReader : public dxf::ListReader {
   }
   void id(int code, AcDbObjectId& v, dxf::Presence p) override {
     ListReader::id(code, v, p);
-    if (!v.isNull() && v.database() != database()) v = mTranslator.reference(code, v);
+    if (!v.isNull()) v = mTranslator.reference(code, v);
+  }
+  // Free-form data (an xrecord's) refers to objects through its pointer
+  // and ownership groups: those are translated as the others are.
+  void chain(resbuf*& data) override {
+    ListReader::chain(data);
+    for (resbuf* rb = data; rb; rb = rb->rbnext) {
+      if (!((rb->restype >= 330 && rb->restype <= 369) || (rb->restype >= 390 && rb->restype <= 399))) continue;
+      AcDbObjectId v;
+      v.setFromOldId(rb->resval.rlname[0]);
+      if (v.isNull()) continue;
+      v = mTranslator.reference(rb->restype, v);
+      rb->resval.rlname[0] = v.asOldId();
+      rb->resval.rlname[1] = 0;
+    }
   }
 
  private:

@@ -5,6 +5,7 @@
 #include "arx/dbdict.h"
 #include "arx/dbsymtb.h"
 #include "db/database_state.h"
+#include "db/object_copier.h"
 #include "db/sequences.h"
 #include "db/rx_define.h"
 #include "dxf/access.h"
@@ -12,7 +13,10 @@
 KELHOST_RX_DEFINE(AcDbObject, AcRxObject, L"")
 
 AcDbObject::AcDbObject() = default;
-AcDbObject::~AcDbObject() { acutRelRb(mXData); }
+AcDbObject::~AcDbObject() {
+  acutRelRb(mXData);
+  if (!mStub) kelhost::db::ForgetForeignClone(this);
+}
 
 AcDbObjectId AcDbObject::objectId() const { return AcDbObjectId(mStub); }
 AcDbHandle AcDbObject::objectHandle() const { return mStub ? AcDbHandle(mStub->handle) : AcDbHandle(); }

@@ -8,6 +8,7 @@
 #include "arx/dblayout.h"
 #include "arx/dbsymtb.h"
 #include "db/database_state.h"
+#include "db/object_copier.h"
 #include "db/rx_define.h"
 #include "db/setters.h"
 #include "dxf/access.h"
@@ -131,8 +132,11 @@ Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& id, AcDbE
   if (!isDatabaseResident()) return Acad::eNotInDatabase;
   if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
   if (entity->isDatabaseResident()) return Acad::eAlreadyInDb;
+  // A clone of another drawing's entity brings what it names.
+  Acad::ErrorStatus es = kelhost::db::AdoptForeignClone(entity, database());
+  if (es != Acad::eOk) return es;
   if (entity->layerId().isNull()) entity->setDatabaseDefaults(database());
-  Acad::ErrorStatus es = database()->addAcDbObject(id, entity);
+  es = database()->addAcDbObject(id, entity);
   if (es != Acad::eOk) return es;
   kelhost::dxf::Access::setOwner(entity, objectId());
   mEntities.push_back(id);

@@ -2,6 +2,7 @@
 // added, and their iterators.
 #include "arx/dbsymtb.h"
 #include "db/database_state.h"
+#include "db/object_copier.h"
 #include "db/rx_define.h"
 #include "dxf/access.h"
 #include "dxf/group_filer.h"
@@ -75,7 +76,10 @@ Acad::ErrorStatus AcDbSymbolTable::add(AcDbObjectId& id, AcDbSymbolTableRecord* 
   if (!record->isKindOf(recordClass()) || record->mName.empty()) return Acad::eInvalidInput;
   auto it = mByName.find(kelhost::ToUpper(record->mName));
   if (it != mByName.end() && !it->second.isErased()) return Acad::eDuplicateRecordName;
-  Acad::ErrorStatus es = database()->addAcDbObject(id, record);
+  // A clone of another drawing's record brings what it names.
+  Acad::ErrorStatus es = kelhost::db::AdoptForeignClone(record, database());
+  if (es != Acad::eOk) return es;
+  es = database()->addAcDbObject(id, record);
   if (es != Acad::eOk) return es;
   kelhost::dxf::Access::setOwner(record, objectId());
   kelhost::dxf::Access::index(this, record, id);

@@ -28,6 +28,7 @@ class Access {
     for (const auto& entry : d->mEntries) ids.push_back(entry.second.second);
     return ids;
   }
+  static void clearEntries(AcDbDictionary* d) { d->mEntries.clear(); }
   static short& flags(AcDbSymbolTableRecord* r) { return r->mFlags; }
   // Adds a record to its table's index without the open-state checks.
   static void index(AcDbSymbolTable* t, AcDbSymbolTableRecord* r, AcDbObjectId id);

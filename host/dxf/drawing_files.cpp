@@ -37,12 +37,14 @@ bool ReadBytes(const std::string& native, std::string& bytes) {
   return !in.bad();
 }
 
-// The file to read for a drawing name: a ".dwg" that does not exist is
-// looked for as the ".dxf" of the same name.
+// The file to read for a drawing name: a ".dwg" (or a ".dwt" template)
+// that does not exist is looked for as the ".dxf" of the same name.
 std::string DrawingPath(const std::wstring& path) {
   std::string native = NativePath(path);
   std::ifstream probe(native, std::ios::binary);
-  if (!probe && path.size() > 4 && EqualNoCase(path.substr(path.size() - 4), L".dwg"))
+  if (probe || path.size() <= 4) return native;
+  const std::wstring extension = path.substr(path.size() - 4);
+  if (EqualNoCase(extension, L".dwg") || EqualNoCase(extension, L".dwt"))
     native = NativePath(path.substr(0, path.size() - 4) + L".dxf");
   return native;
 }
@@ -61,6 +63,7 @@ bool ReadDrawingFile(AcDbDatabase* db, const std::wstring& path, std::wstring& e
   for (auto& stub : fresh->state().stubs) stub->db = db;
   for (auto& stub : db->state().stubs) stub->db = fresh.get();
   std::swap(db->state(), fresh->state());
+  db->state().fileName = path;
   return true;
 }
 
@@ -77,7 +80,7 @@ bool WriteDrawingFile(AcDbDatabase* db, const std::wstring& path, std::wstring& 
 
 }  // namespace kelhost
 
-Acad::ErrorStatus AcDbDatabase::readDwgFile(const ACHAR* fileName) {
+Acad::ErrorStatus AcDbDatabase::readDwgFile(const ACHAR* fileName, int, bool, const wchar_t*) {
   if (!fileName || !*fileName) return Acad::eInvalidInput;
   std::ifstream probe(kelhost::DrawingPath(fileName), std::ios::binary);
   if (!probe) return Acad::eFileNotFound;
@@ -88,5 +91,12 @@ Acad::ErrorStatus AcDbDatabase::readDwgFile(const ACHAR* fileName) {
 Acad::ErrorStatus AcDbDatabase::saveAs(const ACHAR* fileName) {
   if (!fileName || !*fileName) return Acad::eInvalidInput;
   std::wstring error;
-  return kelhost::WriteDrawingFile(this, fileName, error) ? Acad::eOk : Acad::eFileAccessErr;
+  if (!kelhost::WriteDrawingFile(this, fileName, error)) return Acad::eFileAccessErr;
+  state().fileName = fileName;
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDatabase::getFilename(const ACHAR*& pOutput) const {
+  pOutput = state().fileName.c_str();
+  return Acad::eOk;
 }

@@ -11,6 +11,7 @@
 #include "dbapserv.h"
 #include "dbid.h"
 #include "dbmain.h"
+#include "dbidmap.h"
 #include "dbdatabase.h"
 #include "dbents.h"
 #include "dbpoly.h"

@@ -5,8 +5,17 @@
 
 #include <memory>
 
+#include "dbidmap.h"
 #include "dbmain.h"
 #include "gemat3d.h"
+
+// Share modes of readDwgFile (the C library's names on the platform).
+#ifndef _SH_DENYRW
+#define _SH_DENYRW 0x10
+#define _SH_DENYWR 0x20
+#define _SH_DENYRD 0x30
+#define _SH_DENYNO 0x40
+#endif
 
 class AcDbSymbolTable;
 class AcDbBlockTable;
@@ -121,13 +130,54 @@ class AcDbDatabase : public AcRxObject {
   Acad::ErrorStatus wblock(AcDbDatabase*& pOutputDb, AcDbObjectId blockId);
   Acad::ErrorStatus wblock(AcDbDatabase*& pOutputDb);
 
+  // Cloning (dbidmap.h; the behaviour of records whose names the receiving
+  // drawing has is the one db/object_copier.h describes).
+  //
+  // deepCloneObjects: copies of objects of this drawing, with what they
+  // own (a block's entities, an extension dictionary and its entries), put
+  // in owner, of this drawing: entities into a block table record, records
+  // into their table (a record keeps its name, so only an anonymous block
+  // can be cloned beside its original: eDuplicateRecordName), objects into
+  // a dictionary under their own key (eDuplicateKey when it has it). What
+  // the copies point at and is not cloned stays as it is.
+  //
+  // wblockCloneObjects: copies of objects of one drawing (this one, or the
+  // drawing this one receives into: either may be the one called) put in
+  // owner of another, with the records they name and what those hold
+  // (layers and their linetypes, text styles, dimension styles and their
+  // text styles, blocks, dimension blocks, registered applications), each
+  // record whose name owner's drawing has handled as drc says. References
+  // to what was not copied become null.
+  //
+  // Both: every object copied or matched is paired in idMap (the objects
+  // asked for marked primary); iterate it with AcDbIdMappingIter. With
+  // deferXlation the references among copies wait for the next call with
+  // the same map (the last call leaves it false). A map that served other
+  // drawings is refused (eInvalidIdMap). eWrongDatabase for objects of
+  // different drawings or an owner of the wrong one; eWasErased for an
+  // erased object; eWrongObjectType for an object the owner cannot hold;
+  // eInvalidOwnerObject for an owner that holds nothing. On any failure
+  // the receiving drawing is as it was before the first call of the
+  // operation: nothing half-copied is left.
+  Acad::ErrorStatus deepCloneObjects(AcDbObjectIdArray& objectIds, AcDbObjectId& owner, AcDbIdMapping& idMap,
+                                     bool deferXlation = false);
+  Acad::ErrorStatus wblockCloneObjects(AcDbObjectIdArray& objectIds, AcDbObjectId& owner, AcDbIdMapping& idMap,
+                                       AcDb::DuplicateRecordCloning drc, bool deferXlation = false);
+  // Takes back an operation whose translation was deferred.
+  void abortDeepClone(AcDbIdMapping& idMap);
+
   // Drawing files (the host keeps drawings as DXF). readDwgFile replaces
-  // this database's contents with the drawing read; a ".dwg" name falls
-  // back to the ".dxf" of the same name. eFileNotFound, or eBadDwgHeader
-  // for a malformed file (the database is then unchanged). saveAs writes
-  // DXF 2013 atomically (eFileAccessErr when it cannot).
-  Acad::ErrorStatus readDwgFile(const ACHAR* fileName);
+  // this database's contents with the drawing read; a ".dwg" or ".dwt"
+  // name falls back to the ".dxf" of the same name. The share mode, the
+  // code-page conversion and the password have nothing to do for a DXF.
+  // eFileNotFound, or eBadDwgHeader for a malformed file (the database is
+  // then unchanged). saveAs writes DXF 2013 atomically (eFileAccessErr
+  // when it cannot). getFilename: the file read or last saved (empty for a
+  // drawing made in memory).
+  Acad::ErrorStatus readDwgFile(const ACHAR* fileName, int shmode = _SH_DENYWR, bool bAllowCPConversion = false,
+                                const wchar_t* wszPassword = nullptr);
   Acad::ErrorStatus saveAs(const ACHAR* fileName);
+  Acad::ErrorStatus getFilename(const ACHAR*& pOutput) const;
 
   // Header variables that objects use.
   AcDbObjectId clayer() const;

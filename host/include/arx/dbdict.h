@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "dbidmap.h"
 #include "dbmain.h"
 
 class AcDbDictionaryIterator;
@@ -14,8 +15,6 @@ class AcDbDictionaryIterator;
 class AcDbDictionary : public AcDbObject {
  public:
   ACRX_DECLARE_MEMBERS(AcDbDictionary);
-  enum DuplicateRecordCloning { kDrcNotApplicable = 0, kDrcIgnore = 1, kDrcReplace = 2,
-                                kDrcXrefMangleName = 3, kDrcMangleName = 4, kDrcUnmangleName = 5 };
 
   // eKeyNotFound when there is no such key (or only an erased entry).
   Acad::ErrorStatus getAt(const ACHAR* entryName, AcDbObjectId& entryId) const;
@@ -39,8 +38,8 @@ class AcDbDictionary : public AcDbObject {
 
   bool isTreatElementsAsHard() const { return mHardOwner; }
   void setTreatElementsAsHard(bool doIt);
-  DuplicateRecordCloning mergeStyle() const { return static_cast<DuplicateRecordCloning>(mMergeStyle); }
-  void setMergeStyle(DuplicateRecordCloning style);
+  AcDb::DuplicateRecordCloning mergeStyle() const { return static_cast<AcDb::DuplicateRecordCloning>(mMergeStyle); }
+  void setMergeStyle(AcDb::DuplicateRecordCloning style);
 
   AcDbDictionaryIterator* newIterator() const;
 
@@ -51,7 +50,7 @@ class AcDbDictionary : public AcDbObject {
   friend class kelhost::dxf::Access;
   // Upper-case key to (key as given, entry).
   std::map<std::wstring, std::pair<std::wstring, AcDbObjectId>> mEntries;
-  short mMergeStyle = kDrcIgnore;
+  short mMergeStyle = AcDb::kDrcIgnore;
   bool mHardOwner = false;
 };
 

@@ -17,6 +17,8 @@ class GroupFiler;
 class Access;
 }  // namespace kelhost::dxf
 
+class AcDbIdMapping;
+
 namespace AcDb {
 enum OpenMode { kForRead = 0, kForWrite = 1, kForNotify = 2 };
 enum Visibility { kVisible = 0, kInvisible = 1 };
@@ -94,6 +96,30 @@ class AcDbObject : public AcGiDrawable {
   Acad::ErrorStatus createExtensionDictionary();
   // Only an empty extension dictionary is released (eContainerNotEmpty).
   Acad::ErrorStatus releaseExtensionDictionary();
+
+  // Cloning (see dbidmap.h). deepClone copies the object with what it owns
+  // (an entity's extension dictionary and sub-entities, a block's
+  // entities) into pOwnerObject, open for write, of the same drawing: an
+  // entity into a block table record, a record into its kind of table, an
+  // object into a dictionary under its own key. The clone is then in the
+  // database and open for write (the caller closes it). Any other owner
+  // (the object itself, say) gets a clone outside any database that the
+  // caller adds (or deletes); added to another drawing, what it names
+  // comes along (records of the same name there are used). Records it
+  // names are not cloned: its references stay. eNotInDatabase for an
+  // object not in a database, eWrongDatabase for an owner of another
+  // drawing, eInvalidOwnerObject for an owner that cannot hold the object,
+  // eDuplicateRecordName / eDuplicateKey for a name the owner already has.
+  // The pair of this object is assigned in idMap.
+  virtual Acad::ErrorStatus deepClone(AcDbObject* pOwnerObject, AcDbObject*& pClonedObject, AcDbIdMapping& idMap,
+                                      Adesk::Boolean isPrimary = true) const;
+  // The same into pOwnerObject of any drawing, or into a database itself
+  // (a record into that drawing's table of its kind, an entity into the
+  // block that idMap says its block became): the records it names come
+  // along as idMap's duplicate-record cloning says (kDrcIgnore for a new
+  // map) and its references are translated to the receiving drawing.
+  virtual Acad::ErrorStatus wblockClone(AcRxObject* pOwnerObject, AcDbObject*& pClonedObject, AcDbIdMapping& idMap,
+                                        Adesk::Boolean isPrimary = true) const;
 
   // As a drawable: persistent once in a database, known by its id.
   Adesk::Boolean isPersistent() const override { return isDatabaseResident(); }
