@@ -76,8 +76,8 @@ bool ReadStyle(const std::wstring& name, StyleSettings& s) {
   const ACHAR* big = nullptr;
   record->fileName(file);
   record->bigFontFileName(big);
-  s.fontFile = file ? file : L"";
-  s.bigFontFile = big ? big : L"";
+  s.fontFile.assign(file ? file : L"");
+  s.bigFontFile.assign(big ? big : L"");
   s.fixedHeight = record->textSize();
   s.widthFactor = record->xScale() > 0 ? record->xScale() : 1.0;
   s.oblique = record->obliquingAngle();
@@ -94,7 +94,7 @@ int acedTextBox(const resbuf* args, ads_point pt1, ads_point pt2) {
     const TextGroups g = ReadGroups(args);
     const wchar_t* text = IsAttributeDefinition(g.type) ? g.tag : g.text;
     if (!text) return RTERROR;
-    StyleSettings style;
+    static thread_local StyleSettings style;  // kept: its strings keep their room
     if (!ReadStyle(g.style ? std::wstring(g.style) : StringVar(L"TEXTSTYLE", L"Standard"), style)) return RTERROR;
 
     kelhost::text::TextForm form;

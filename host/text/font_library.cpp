@@ -289,16 +289,23 @@ ResolvedGlyph StyleFonts::lookUp(char32_t c) {
 }
 
 StyleFonts& FontsForStyle(const std::wstring& fontFile, const std::wstring& bigFontFile) {
+  // Text is measured again and again with one style: the last one asked
+  // for is answered without building a key.
+  static std::wstring lastFont, lastBig;
+  static StyleFonts* last = nullptr;
+  if (last && fontFile == lastFont && bigFontFile == lastBig) return *last;
   static std::map<std::wstring, std::unique_ptr<StyleFonts>> styles;
+  lastFont = fontFile;
+  lastBig = bigFontFile;
   const std::wstring key = ToLower(fontFile) + L"|" + ToLower(bigFontFile);
   auto it = styles.find(key);
-  if (it != styles.end()) return *it->second;
+  if (it != styles.end()) return *(last = it->second.get());
   Font* primary = OpenOrSubstitute(fontFile, Role::kStyleFont);
   // A big font serves shape fonts only: a TrueType style ignores it.
   Font* big = IsTrueTypeName(CompleteName(fontFile)) ? nullptr : OpenOrSubstitute(bigFontFile, Role::kBigFont);
   auto& slot = styles[key];
   slot = std::make_unique<StyleFonts>(primary, big);
-  return *slot;
+  return *(last = slot.get());
 }
 
 }  // namespace kelhost::text

@@ -110,6 +110,7 @@ struct ShapeFont::Pen {
   double x = 0, y = 0, scale = 1;
   bool down = true;
   bool started = false;  // the path has a move to the current position
+  bool tooDeep = false;  // subshapes nested past the limit: the shape is broken
   double stack[kMaxPositionStack][2];
   int depth = 0;
   GlyphPath* path = nullptr;  // null when only measuring
@@ -306,7 +307,10 @@ unsigned ShapeFont::shapeNumberOf(char32_t c) const {
 
 // Runs one shape's specification; false for a malformed one.
 bool ShapeFont::draw(unsigned number, Pen& pen, int depth) const {
-  if (depth > kMaxSubshapeDepth) return false;
+  if (depth > kMaxSubshapeDepth) {
+    pen.tooDeep = true;
+    return false;
+  }
   const auto found = mShapes.find(number);
   if (found == mShapes.end()) return false;
   const std::string& s = found->second;
@@ -383,6 +387,7 @@ bool ShapeFont::draw(unsigned number, Pen& pen, int depth) const {
             n = (hi << 8) | lo;
           }
           if (ok && !skipping) draw(n, pen, depth + 1);  // a missing subshape draws nothing
+          ok = ok && !pen.tooDeep;
           break;
         }
         case 8: case 9: {

@@ -108,8 +108,8 @@ InkBox MeasureLine(StyleFonts& fonts, const std::u32string& shown, const TextFor
   minY *= sy;
   maxY *= sy;
   // An oblique angle leans the box: its corners move by y tan(angle).
-  const double lean = std::tan(form.oblique);
-  if (lean != 0.0) {
+  if (form.oblique != 0.0) {
+    const double lean = std::tan(form.oblique);
     const double a = minX + minY * lean, b = minX + maxY * lean, c = maxX + minY * lean, d = maxX + maxY * lean;
     minX = std::min(a, b);
     maxX = std::max(c, d);
