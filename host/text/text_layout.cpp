@@ -124,10 +124,11 @@ InkBox MeasureLine(StyleFonts& fonts, const std::u32string& shown, const TextFor
     minY = -minY;
     maxY = -maxY;
   }
-  box.minX = minX;
-  box.minY = minY;
-  box.maxX = maxX;
-  box.maxY = maxY;
+  // Adding zero turns a mirrored -0.0 into 0.0.
+  box.minX = minX + 0.0;
+  box.minY = minY + 0.0;
+  box.maxX = maxX + 0.0;
+  box.maxY = maxY + 0.0;
   box.empty = false;
   return box;
 }
