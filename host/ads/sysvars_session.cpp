@@ -39,6 +39,8 @@ std::vector<HeaderVarDef> MakeDefs() {
       Short(L"ERRNO", 0, -32768, 32767),
       Short(L"EXPERT", 0, 0, 5),
       Short(L"FILEDIA", 1, 0, 1),
+      // The font that stands in for a shape font that cannot be found.
+      Text(L"FONTALT", L"simplex.shx"),
       Short(L"HIGHLIGHT", 1, 0, 1),
       Text(L"INSNAME", L""),
       Short(L"OSMODE", 4133, 0, 16383),

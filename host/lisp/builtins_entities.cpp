@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "arx/acdbads.h"
+#include "arx/acedads.h"
 #include "arx/acutads.h"
 #include "kelhost/resbuf_kinds.h"
 #include "kelhost/text.h"
@@ -227,6 +228,21 @@ ValuePtr EntMod(Machine& m, Args& a) {
   return acdbEntMod(chain.get()) == RTNORM ? a[0] : nullptr;
 }
 
+// (textbox elist): the corners of the text's ink box, nil when it cannot
+// be measured.
+ValuePtr TextBox(Machine& m, Args& a) {
+  ChainHolder chain(ListToChain(m, a[0]));
+  ads_point lowerLeft, upperRight;
+  if (acedTextBox(chain.get(), lowerLeft, upperRight) != RTNORM) return nullptr;
+  ListBuilder corners;
+  for (const ads_real* p : {lowerLeft, upperRight}) {
+    ListBuilder pt;
+    for (int i = 0; i < 3; ++i) pt.add(MakeReal(p[i]));
+    corners.add(pt.take());
+  }
+  return corners.take();
+}
+
 ValuePtr EntUpd(Machine& m, Args& a) { return acdbEntUpd(EnameArg(m, a[0])) == RTNORM ? a[0] : nullptr; }
 ValuePtr EntDel(Machine& m, Args& a) { return acdbEntDel(EnameArg(m, a[0])) == RTNORM ? a[0] : nullptr; }
 
@@ -318,6 +334,7 @@ void RegisterEntityBuiltins(Machine& m) {
   m.defineBuiltin(L"ENTMAKEX", EntMakeX, 0, 1);
   m.defineBuiltin(L"ENTMOD", EntMod, 1, 1);
   m.defineBuiltin(L"ENTUPD", EntUpd, 1, 1);
+  m.defineBuiltin(L"TEXTBOX", TextBox, 1, 1);
   m.defineBuiltin(L"ENTDEL", EntDel, 1, 1);
   m.defineBuiltin(L"ENTLAST", EntLast, 0, 0);
   m.defineBuiltin(L"ENTNEXT", EntNext, 0, 1);

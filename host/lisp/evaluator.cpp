@@ -37,6 +37,7 @@ Interpreter::Impl::Impl() {
   RegisterSelectionBuiltins(*this);
   RegisterCommandBuiltins(*this);
   RegisterInputBuiltins(*this);
+  RegisterDialogBuiltins(*this);
 }
 
 // Symbol values may refer back to their symbols (T is its own value): drop

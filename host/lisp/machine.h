@@ -152,5 +152,6 @@ void RegisterSysvarBuiltins(Machine& m);
 void RegisterSelectionBuiltins(Machine& m);
 void RegisterCommandBuiltins(Machine& m);
 void RegisterInputBuiltins(Machine& m);
+void RegisterDialogBuiltins(Machine& m);
 
 }  // namespace kelhost::lisp

@@ -158,6 +158,18 @@ int acedSSName(const ads_name ss, Adesk::Int32 i, ads_name entres);
 // extrusion direction). RTNORM, RTERROR for a bad system or argument.
 int acedTrans(const ads_point pt, const resbuf* from, const resbuf* to, int disp, ads_point result);
 
+// Measures single-line text: args is a TEXT, ATTDEF or ATTRIB entity list
+// (entget's form) or just its string group (1; for an ATTDEF the tag, 2, is
+// measured). Groups left out come from the style (7, else TEXTSTYLE):
+// height 40 (the style's fixed height, else TEXTSIZE), width factor 41,
+// oblique angle 51, generation flags 71 (2 backwards, 4 upside down).
+// pt1 and pt2 receive the lower-left and upper-right corners of the box
+// the characters' ink fills, relative to the insertion point, in the
+// text's own coordinate system as if unrotated (z 0); text that shows
+// nothing gives two zero points. RTNORM; RTERROR for a null argument, a
+// list without the string, or a style the drawing does not have.
+int acedTextBox(const resbuf* args, ads_point pt1, ads_point pt2);
+
 // Redraws an entity (mode 1 redraw, 2 undraw, 3 highlight, 4 unhighlight)
 // or, with a null name, the whole view. The headless host has no screen:
 // it checks the arguments: RTNORM, or RTERROR for a name that is not an

@@ -5,6 +5,7 @@
 #include "acadstrc.h"
 #include "acutads.h"
 #include "acedads.h"
+#include "adsdlg.h"
 #include "acdbads.h"
 #include "acrx.h"
 #include "accmd.h"

@@ -1,0 +1,25 @@
+;; textbox with the Standard style (its shape font missing here, so
+;; substituted), a TrueType style and a Chinese big-font style; height,
+;; width factor, oblique angle and generation flags from the list or from
+;; the style; what it cannot measure.
+(defun style (name font big width oblique flags)
+  (entmake (list '(0 . "STYLE") '(100 . "AcDbSymbolTableRecord") '(100 . "AcDbTextStyleTableRecord")
+                 (cons 2 name) '(70 . 0) '(40 . 0.0) (cons 41 width) (cons 50 oblique) (cons 71 flags)
+                 '(42 . 2.5) (cons 3 font) (cons 4 big))))
+(defun show (label lst) (princ (strcat "\n" label ": ")) (prin1 (textbox lst)))
+(style "TT" "DejaVuSans.ttf" "" 1.0 0.0 0)
+(style "HZ" "gbenor.shx" "gbcbig.shx" 0.7 0.0 0)
+(style "SLANT" "DejaVuSans.ttf" "" 1.0 (/ pi 12) 2)
+(show "Standard" '((1 . "Hello world")))
+(show "Standard 3.5" '((1 . "HIH") (40 . 3.5)))
+(show "TrueType" '((1 . "Width 42") (7 . "TT") (40 . 2.5)))
+(show "TrueType wide" '((1 . "Width 42") (7 . "TT") (40 . 2.5) (41 . 2.0)))
+(show "big font" '((1 . "钢筋混凝土梁 C30") (7 . "HZ") (40 . 3.5)))
+(show "style's slant, backwards" '((1 . "HIH") (7 . "SLANT") (40 . 2.0)))
+(show "upside down" '((1 . "HIH") (7 . "TT") (40 . 2.0) (71 . 4)))
+(show "degree" '((1 . "90%%d") (7 . "TT") (40 . 1.0)))
+(show "attribute tag" '((0 . "ATTDEF") (1 . "default value") (2 . "TAG") (7 . "TT") (40 . 1.0)))
+(show "blanks" '((1 . "   ") (7 . "TT")))
+(show "no such style" '((1 . "x") (7 . "NOSUCH")))
+(show "no string" '((7 . "TT") (40 . 1.0)))
+(princ)
