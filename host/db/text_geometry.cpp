@@ -1,4 +1,6 @@
-// Where single-line text lies: its box from the estimated character widths.
+// Where single-line text lies: its box from the widths of its style's
+// fonts (the estimate of average widths only when the style cannot be read).
+#include <algorithm>
 #include <cmath>
 #include <cwctype>
 #include <string>
@@ -7,7 +9,9 @@
 #include "arx/dbextents.h"
 #include "db/frames.h"
 #include "db/mtext_layout.h"
+#include "arx/dbsymtb.h"
 #include "db/text_box.h"
+#include "text/text_layout.h"
 
 namespace {
 
@@ -36,6 +40,28 @@ std::wstring ShownCharacters(const std::wstring& text) {
   return shown;
 }
 
+// How far the text's ink reaches along its baseline, measured with the
+// fonts of its style as acedTextBox measures it; false when the style
+// cannot be opened (a text outside any drawing).
+bool MeasuredWidth(const AcDbText& text, double& width) {
+  AcDbTextStyleTableRecord* style = nullptr;
+  if (text.textStyle().isNull() || acdbOpenObject(style, text.textStyle(), AcDb::kForRead) != Acad::eOk) return false;
+  const ACHAR* file = nullptr;
+  const ACHAR* big = nullptr;
+  style->fileName(file);
+  style->bigFontFileName(big);
+  kelhost::text::StyleFonts& fonts = kelhost::text::FontsForStyle(file ? file : L"", big ? big : L"");
+  style->close();
+  std::u32string shown;
+  kelhost::text::DecodeTextString(text.textStringConst(), shown);
+  kelhost::text::TextForm form;
+  form.height = text.height();
+  form.widthFactor = text.widthFactor();
+  const kelhost::text::InkBox box = kelhost::text::MeasureLine(fonts, shown, form);
+  width = box.empty ? 0.0 : std::max(box.maxX, 0.0);
+  return true;
+}
+
 }  // namespace
 
 namespace kelhost::db {
@@ -44,7 +70,8 @@ bool TextBoxCorners(const AcDbText& text, AcGePoint3d corners[4]) {
   const std::wstring shown = ShownCharacters(text.textStringConst());
   if (shown.empty()) return false;
   const double h = text.height();
-  double width = LineWidth(shown, h, text.widthFactor());
+  double width = 0.0;
+  if (!MeasuredWidth(text, width)) width = LineWidth(shown, h, text.widthFactor());
   // The text's own axes in its plane.
   Frame ocs;
   const AcGeVector3d normal = text.normal();

@@ -249,3 +249,29 @@ TEST_F(TextBoxTest, AMissingFontIsReplacedAndSaidOnce) {
 }
 
 }  // namespace
+
+// A TEXT entity's extents come from the same fonts as textbox's box, so
+// what a program measures and what ZOOM Extents or a bound sees agree.
+TEST_F(TextBoxTest, TextExtentsUseTheStyleFonts) {
+  auto* text = new AcDbText(AcGePoint3d(10, 5, 0), L"LL", AcDbObjectId::kNull, 2.0, 0.0);
+  AcDbTextStyleTable* table = nullptr;
+  ASSERT_EQ(db->getTextStyleTable(table, AcDb::kForRead), Acad::eOk);
+  AcDbObjectId kt;
+  ASSERT_EQ(table->getAt(L"KT", kt), Acad::eOk);
+  table->close();
+  text->setDatabaseDefaults(db.get());
+  text->setTextStyle(kt);
+  AcDbBlockTable* blocks = nullptr;
+  ASSERT_EQ(db->getBlockTable(blocks, AcDb::kForRead), Acad::eOk);
+  AcDbBlockTableRecord* model = nullptr;
+  ASSERT_EQ(blocks->getAt(ACDB_MODEL_SPACE, model, AcDb::kForWrite), Acad::eOk);
+  blocks->close();
+  ASSERT_EQ(model->appendAcDbEntity(text), Acad::eOk);
+  model->close();
+  AcDbExtents extents;
+  ASSERT_EQ(text->getGeomExtents(extents), Acad::eOk);
+  EXPECT_NEAR(extents.minPoint().x, 10.0, 1e-9);
+  EXPECT_NEAR(extents.maxPoint().x, 12.8, 1e-9);  // "LL" in KT: 2.8 wide at height 2
+  EXPECT_NEAR(extents.maxPoint().y, 7.0, 1e-9);
+  text->close();
+}
