@@ -17,7 +17,7 @@ SCRIPT = "(progn %s (setvar \"USERR1\" 1e-320) (princ))" % " ".join(
 def main(console, workdir):
     failures = []
     os.makedirs(workdir, exist_ok=True)
-    out = os.path.join(workdir, "numbers.dxf")
+    out = os.path.join(workdir, "..", os.path.basename(workdir) + "-numbers.dxf")
     proc = run_console(console, workdir, ["--eval", SCRIPT, "--save", out])
     if proc.returncode != 0:
         finish(["console status %d: %s" % (proc.returncode, proc.stderr)])

@@ -56,8 +56,12 @@ def without_handles(src, dst):
         f.write(text)
 
 
-COUNT = '(progn (setq ss (ssget "X") n 0 out nil) (repeat (sslength ss) ' \
-        '(setq out (cons (cdr (assoc 0 (entget (ssname ss n)))) out) n (1+ n))) (princ (acad_strlsort out)) (princ))'
+TYPES = '(progn (setq ss (ssget "X") n 0) (repeat (sslength ss) ' \
+        '(princ (strcat "\\n<" (cdr (assoc 0 (entget (ssname ss n)))) ">")) (setq n (1+ n))) (princ))'
+
+
+def types_printed(stdout):
+    return sorted(re.findall(r"<([A-Z0-9_]+)>", stdout))
 
 
 def main(console, workdir):
@@ -71,17 +75,16 @@ def main(console, workdir):
         without_handles(source, bare)
         for path in (source, bare):
             label = os.path.basename(path)
-            saved = os.path.join(workdir, "saved-" + label)
-            proc = run_console(console, workdir, ["--drawing", path, "--eval", COUNT, "--save", saved])
+            saved = os.path.join(workdir, "..", os.path.basename(workdir) + "-saved-" + label)
+            proc = run_console(console, workdir, ["--drawing", path, "--eval", TYPES, "--save", saved])
             if proc.returncode != 0:
                 failures.append("%s: status %d: %s" % (label, proc.returncode, proc.stderr.strip()))
                 continue
-            expected = "(" + " ".join('"%s"' % t for t in types) + ")"
-            check(expected in proc.stdout, "%s: entities %s, expected %s" % (label, proc.stdout.strip(), expected),
-                  failures)
-            again = run_console(console, workdir, ["--drawing", saved, "--eval", COUNT])
-            check(again.returncode == 0 and expected in again.stdout, "%s: saved file read back: %s %s" %
-                  (label, again.stdout.strip(), again.stderr.strip()), failures)
+            check(types_printed(proc.stdout) == types, "%s: entities %s, expected %s" %
+                  (label, types_printed(proc.stdout), types), failures)
+            again = run_console(console, workdir, ["--drawing", saved, "--eval", TYPES])
+            check(again.returncode == 0 and types_printed(again.stdout) == types, "%s: saved file read back: %s %s" %
+                  (label, types_printed(again.stdout), again.stderr.strip()), failures)
             doc = ezdxf.readfile(saved)
             for e in doc.audit().errors:
                 failures.append("%s: audit error: %s" % (label, e.message))
