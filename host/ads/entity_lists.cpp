@@ -16,6 +16,7 @@
 #include "dxf/access.h"
 #include "dxf/codec.h"
 #include "dxf/list_filer.h"
+#include "kelhost/resbuf_kinds.h"
 #include "kelhost/text.h"
 
 namespace kelhost::ads {
@@ -217,6 +218,7 @@ resbuf* acdbEntGetX(const ads_name ent, const resbuf* args) {
 }
 
 int acdbEntMake(const resbuf* ent) {
+  if (FirstNonFinite(ent)) return RTREJ;
   AcDbObjectId made;
   int rc = RTNORM;
   if (ads::MakeInSequence(ent, made, rc)) return rc;
@@ -226,6 +228,10 @@ int acdbEntMake(const resbuf* ent) {
 int acdbEntMakeX(const resbuf* ent, ads_name result) {
   AcDbObjectId made;
   int rc = RTNORM;
+  if (FirstNonFinite(ent)) {
+    if (result) ads_name_clear(result);
+    return RTREJ;
+  }
   if (!ads::MakeInSequence(ent, made, rc)) rc = ads::Make(ent, made);
   if (result) {
     if ((rc == RTNORM || rc == RTKWORD) && !made.isNull()) ads::NameOfId(made, result);
@@ -235,7 +241,7 @@ int acdbEntMakeX(const resbuf* ent, ads_name result) {
 }
 
 int acdbEntMod(const resbuf* ent) {
-  if (!ent || ent->restype != -1) return RTERROR;
+  if (!ent || ent->restype != -1 || FirstNonFinite(ent)) return RTERROR;
   AcDbObjectId id = ads::IdOfName(ent->resval.rlname);
   AcDbObject* object = nullptr;
   if (acdbOpenObject(object, id, AcDb::kForWrite) != Acad::eOk) return RTERROR;

@@ -2,6 +2,7 @@
 // platform's ownership rules. Strings and binary chunks are allocated with
 // malloc, as the platform's allocator is the C heap: an application may
 // free() a node's string itself and leave the pointer null.
+#include <cmath>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -67,6 +68,22 @@ RbKind ResbufKind(int t) {
   if (t >= 1060 && t <= 1070) return RbKind::kShort;
   if (t == 1071) return RbKind::kLong;
   return RbKind::kUnknown;
+}
+
+const resbuf* FirstNonFinite(const resbuf* chain) {
+  for (const resbuf* rb = chain; rb; rb = rb->rbnext) {
+    switch (ResbufKind(rb->restype)) {
+      case RbKind::kReal:
+        if (!std::isfinite(rb->resval.rreal)) return rb;
+        break;
+      case RbKind::kPoint:
+        for (double v : rb->resval.rpoint)
+          if (!std::isfinite(v)) return rb;
+        break;
+      default: break;
+    }
+  }
+  return nullptr;
 }
 }  // namespace kelhost
 

@@ -205,6 +205,11 @@ bool IsGroupingWord(const std::wstring& op) {
   return false;
 }
 
+// The deepest grouping a filter may hold. Deeper filters are refused as
+// malformed: parsing, matching and freeing the compiled tree each recurse
+// once per level.
+constexpr int kMaxGroupingDepth = 256;
+
 class Parser {
  public:
   explicit Parser(const resbuf* rb) : mRb(rb) {}
@@ -249,9 +254,13 @@ class Parser {
                    {L"<NOT", L"NOT>", Op::kNot, 1, 1}};
     for (const auto& g : kGroups) {
       if (op != g.open) continue;
+      if (mDepth >= kMaxGroupingDepth) return false;
       mRb = mRb->rbnext;
       std::vector<Node> inner;
-      if (!items(g.close, inner) || inner.size() < g.minItems || inner.size() > g.maxItems) return false;
+      ++mDepth;
+      const bool closed = items(g.close, inner);
+      --mDepth;
+      if (!closed || inner.size() < g.minItems || inner.size() > g.maxItems) return false;
       node = std::make_unique<Group>(g.op, std::move(inner));
       return true;
     }
@@ -281,6 +290,7 @@ class Parser {
   }
 
   const resbuf* mRb;
+  int mDepth = 0;
 };
 
 }  // namespace

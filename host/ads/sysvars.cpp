@@ -14,6 +14,7 @@
 #include "arx/acutads.h"
 #include "arx/dbsymtb.h"
 #include "db/database_state.h"
+#include "kelhost/resbuf_kinds.h"
 #include "db/name_index.h"
 #include "db/drawing_extents.h"
 #include "editor/command_processor.h"
@@ -356,6 +357,7 @@ int GetVar(const ACHAR* sym, resbuf* result) {
 
 int SetVar(const ACHAR* sym, const resbuf* val, bool asHost) {
   if (!sym || !val) return RTERROR;
+  if (FirstNonFinite(val) == val) return RTREJ;
   wchar_t buf[64];
   std::wstring longName;
   const std::wstring_view upper = UpperName(sym, buf, longName);

@@ -116,11 +116,13 @@ Acad::ErrorStatus AcDbBlockReference::setBlockTableRecord(AcDbObjectId id) {
 }
 Acad::ErrorStatus AcDbBlockReference::setPosition(const AcGePoint3d& p) { KELHOST_SET(mPosition, p); }
 Acad::ErrorStatus AcDbBlockReference::setScaleFactors(const AcGeVector3d& s) {
+  if (!kelhost::db::Finite(s)) return Acad::eInvalidInput;
   if (s.x == 0 || s.y == 0 || s.z == 0) return Acad::eInvalidInput;
   KELHOST_SET(mScale, s);
 }
 Acad::ErrorStatus AcDbBlockReference::setRotation(double a) { KELHOST_SET(mRotation, a); }
 Acad::ErrorStatus AcDbBlockReference::setNormal(const AcGeVector3d& n) {
+  if (!kelhost::db::Finite(n)) return Acad::eInvalidInput;
   if (n.isZeroLength()) return Acad::eInvalidInput;
   KELHOST_SET(mNormal, n.normal());
 }

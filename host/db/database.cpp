@@ -1,5 +1,6 @@
 // AcDbDatabase: the object store (stubs by handle, in the order made), the
 // tables and dictionaries of a drawing, and the header variables.
+#include "db/setters.h"
 #include "arx/dbdatabase.h"
 
 #include "arx/dbdict.h"
@@ -176,6 +177,7 @@ Acad::ErrorStatus AcDbDatabase::setCecolorIndex(Adesk::UInt16 index) {
 }
 double AcDbDatabase::celtscale() const { return mState->celtscale; }
 Acad::ErrorStatus AcDbDatabase::setCeltscale(double scale) {
+  if (!kelhost::db::Finite(scale)) return Acad::eInvalidInput;
   if (!(scale > 0)) return Acad::eInvalidInput;
   return SetValue(this, L"CELTSCALE", mState->celtscale, scale);
 }
@@ -186,11 +188,13 @@ Acad::ErrorStatus AcDbDatabase::setCelweight(AcDb::LineWeight weight) {
 }
 double AcDbDatabase::textsize() const { return mState->textsize; }
 Acad::ErrorStatus AcDbDatabase::setTextsize(double size) {
+  if (!kelhost::db::Finite(size)) return Acad::eInvalidInput;
   if (!(size > 0)) return Acad::eInvalidInput;
   return SetValue(this, L"TEXTSIZE", mState->textsize, size);
 }
 double AcDbDatabase::ltscale() const { return mState->ltscale; }
 Acad::ErrorStatus AcDbDatabase::setLtscale(double scale) {
+  if (!kelhost::db::Finite(scale)) return Acad::eInvalidInput;
   if (!(scale > 0)) return Acad::eInvalidInput;
   return SetValue(this, L"LTSCALE", mState->ltscale, scale);
 }

@@ -42,6 +42,7 @@ AcDbDimension::AcDbDimension() : mSpacingFactor(kAbsent), mMeasured(kAbsent) {}
 void AcDbDimension::changed() { mNeedsBlock = true; }
 
 Acad::ErrorStatus AcDbDimension::setTextPosition(const AcGePoint3d& position) {
+  if (!kelhost::db::Finite(position)) return Acad::eInvalidInput;
   if (!writable()) return Acad::eNotOpenForWrite;
   mTextPosition = position;
   mFlags = static_cast<short>(mFlags | kUserTextPosition);
@@ -60,6 +61,7 @@ Acad::ErrorStatus AcDbDimension::useDefaultTextPosition() {
 void AcDbDimension::placeText(const AcGePoint3d& position) { mTextPosition = position; }
 
 Acad::ErrorStatus AcDbDimension::setNormal(const AcGeVector3d& normal) {
+  if (!kelhost::db::Finite(normal)) return Acad::eInvalidInput;
   if (normal.isZeroLength()) return Acad::eInvalidInput;
   KELHOST_SET_REDRAWN(mNormal, normal.normal());
 }
@@ -75,6 +77,7 @@ Acad::ErrorStatus AcDbDimension::setDimensionText(const ACHAR* text) {
 }
 
 Acad::ErrorStatus AcDbDimension::setTextRotation(double angle) {
+  if (!kelhost::db::Finite(angle)) return Acad::eInvalidInput;
   if (!std::isfinite(angle)) return Acad::eInvalidInput;
   KELHOST_SET_REDRAWN(mTextRotation, angle);
 }
@@ -102,11 +105,13 @@ Acad::ErrorStatus AcDbDimension::setTextLineSpacingStyle(AcDb::LineSpacingStyle 
 
 double AcDbDimension::textLineSpacingFactor() const { return std::isnan(mSpacingFactor) ? 1.0 : mSpacingFactor; }
 Acad::ErrorStatus AcDbDimension::setTextLineSpacingFactor(double factor) {
+  if (!kelhost::db::Finite(factor)) return Acad::eInvalidInput;
   if (!(factor >= 0.25 && factor <= 4.0)) return Acad::eInvalidInput;
   KELHOST_SET(mSpacingFactor, factor);
 }
 
 Acad::ErrorStatus AcDbDimension::setHorizontalRotation(double angle) {
+  if (!kelhost::db::Finite(angle)) return Acad::eInvalidInput;
   if (!std::isfinite(angle)) return Acad::eInvalidInput;
   KELHOST_SET(mHorizontalRotation, angle);
 }

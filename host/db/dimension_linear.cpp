@@ -144,9 +144,11 @@ Acad::ErrorStatus AcDbAlignedDimension::setXLine2Point(const AcGePoint3d& p) {
   KELHOST_SET_REDRAWN(mXLine2, p);
 }
 Acad::ErrorStatus AcDbAlignedDimension::setDimLinePoint(const AcGePoint3d& p) {
+  if (!kelhost::db::Finite(p)) return Acad::eInvalidInput;
   KELHOST_SET_REDRAWN(mDefinitionPoint, p);
 }
 Acad::ErrorStatus AcDbAlignedDimension::setOblique(double angle) {
+  if (!kelhost::db::Finite(angle)) return Acad::eInvalidInput;
   if (!std::isfinite(angle)) return Acad::eInvalidInput;
   KELHOST_SET_REDRAWN(mOblique, angle);
 }
@@ -206,13 +208,16 @@ Acad::ErrorStatus AcDbRotatedDimension::setXLine2Point(const AcGePoint3d& p) {
   KELHOST_SET_REDRAWN(mXLine2, p);
 }
 Acad::ErrorStatus AcDbRotatedDimension::setDimLinePoint(const AcGePoint3d& p) {
+  if (!kelhost::db::Finite(p)) return Acad::eInvalidInput;
   KELHOST_SET_REDRAWN(mDefinitionPoint, p);
 }
 Acad::ErrorStatus AcDbRotatedDimension::setOblique(double angle) {
+  if (!kelhost::db::Finite(angle)) return Acad::eInvalidInput;
   if (!std::isfinite(angle)) return Acad::eInvalidInput;
   KELHOST_SET_REDRAWN(mOblique, angle);
 }
 Acad::ErrorStatus AcDbRotatedDimension::setRotation(double angle) {
+  if (!kelhost::db::Finite(angle)) return Acad::eInvalidInput;
   if (!std::isfinite(angle)) return Acad::eInvalidInput;
   KELHOST_SET_REDRAWN(mRotation, angle);
 }

@@ -1,6 +1,7 @@
 // Dimension styles: one table of the style variables (group code, name,
 // imperial Standard default, metric ISO-25 default) drives the record's
 // storage, its accessors and its DXF groups.
+#include "db/setters.h"
 #include "arx/dbsymtb.h"
 #include "db/database_state.h"
 #include "db/dimstyle_vars.h"
@@ -70,6 +71,7 @@ int AcDbDimStyleTableRecord::integer(int code) const {
 }
 
 Acad::ErrorStatus AcDbDimStyleTableRecord::setReal(int code, double value) {
+  if (!kelhost::db::Finite(value)) return Acad::eInvalidInput;
   int i = IndexOf(kelhost::db::DimRealVars(), code);
   if (i < 0) return Acad::eInvalidInput;
   if (!writable()) return Acad::eNotOpenForWrite;

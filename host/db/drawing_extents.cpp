@@ -1,6 +1,7 @@
 #include "db/drawing_extents.h"
 
 #include <algorithm>
+#include <cfloat>
 #include <cmath>
 
 #include "arx/dbents.h"
@@ -39,7 +40,12 @@ bool Agree(double a, double b) { return std::fabs(a - b) <= 1e-10 * std::max({1.
 // A corner already stored that agrees with the new one but for rounding
 // (a drawing read back from its file, whose angles were written in
 // degrees) is kept, so that saving a drawing again gives the same file.
-void StoreCorner(DatabaseState& s, const wchar_t* name, const AcGePoint3d& p) {
+void StoreCorner(DatabaseState& s, const wchar_t* name, const AcGePoint3d& corner) {
+  // An entity at the edge of the range of doubles may reach past it (a
+  // circle of the largest radius): its extents are held at the edge, so
+  // that they can be written and read back.
+  auto held = [](double v) { return std::isnan(v) ? 0.0 : std::clamp(v, -DBL_MAX, DBL_MAX); };
+  const AcGePoint3d p(held(corner.x), held(corner.y), held(corner.z));
   const HeaderVarDef& def = *FindHeaderVarDef(name);
   const HeaderValue old = GetHeaderVar(s, def);
   if (Agree(old.point[0], p.x) && Agree(old.point[1], p.y) && Agree(old.point[2], p.z)) return;

@@ -53,6 +53,7 @@ AcGeVector3d AcDbEllipse::minorAxis() const { return mNormal.normal().crossProdu
 Acad::ErrorStatus AcDbEllipse::setCenter(const AcGePoint3d& center) { KELHOST_SET(mCenter, center); }
 
 Acad::ErrorStatus AcDbEllipse::setRadiusRatio(double ratio) {
+  if (!kelhost::db::Finite(ratio)) return Acad::eInvalidInput;
   if (!RatioInRange(ratio)) return Acad::eInvalidInput;
   if (!writable()) return Acad::eNotOpenForWrite;
   // The arc keeps its parameters (the points at its ends move with the
@@ -85,6 +86,7 @@ void Normalize(double& start, double& end) {
 }  // namespace
 
 Acad::ErrorStatus AcDbEllipse::setStartParam(double param) {
+  if (!kelhost::db::Finite(param)) return Acad::eInvalidInput;
   if (!std::isfinite(param)) return Acad::eInvalidInput;
   if (!writable()) return Acad::eNotOpenForWrite;
   // A full ellipse keeps its extent: moving its start moves its end.
@@ -96,6 +98,7 @@ Acad::ErrorStatus AcDbEllipse::setStartParam(double param) {
 }
 
 Acad::ErrorStatus AcDbEllipse::setEndParam(double param) {
+  if (!kelhost::db::Finite(param)) return Acad::eInvalidInput;
   if (!std::isfinite(param)) return Acad::eInvalidInput;
   if (!writable()) return Acad::eNotOpenForWrite;
   mEndParam = param;

@@ -29,6 +29,7 @@ Acad::ErrorStatus AcDbLine::setStartPoint(const AcGePoint3d& pt) { KELHOST_SET(m
 Acad::ErrorStatus AcDbLine::setEndPoint(const AcGePoint3d& pt) { KELHOST_SET(mEnd, pt); }
 Acad::ErrorStatus AcDbLine::setThickness(double t) { KELHOST_SET(mThickness, t); }
 Acad::ErrorStatus AcDbLine::setNormal(const AcGeVector3d& n) {
+  if (!kelhost::db::Finite(n)) return Acad::eInvalidInput;
   if (!UsableNormal(n)) return Acad::eInvalidInput;
   KELHOST_SET(mNormal, n.normal());
 }
@@ -45,11 +46,13 @@ void AcDbLine::dxfFields(kelhost::dxf::GroupFiler& f) {
 // ---------------------------------------------------------------- circle
 Acad::ErrorStatus AcDbCircle::setCenter(const AcGePoint3d& c) { KELHOST_SET(mCenter, c); }
 Acad::ErrorStatus AcDbCircle::setRadius(double r) {
+  if (!kelhost::db::Finite(r)) return Acad::eInvalidInput;
   if (!(r > 0)) return Acad::eInvalidInput;
   KELHOST_SET(mRadius, r);
 }
 Acad::ErrorStatus AcDbCircle::setThickness(double t) { KELHOST_SET(mThickness, t); }
 Acad::ErrorStatus AcDbCircle::setNormal(const AcGeVector3d& n) {
+  if (!kelhost::db::Finite(n)) return Acad::eInvalidInput;
   if (!UsableNormal(n)) return Acad::eInvalidInput;
   KELHOST_SET(mNormal, n.normal());
 }
@@ -87,6 +90,7 @@ Acad::ErrorStatus AcDbPoint::setPosition(const AcGePoint3d& p) { KELHOST_SET(mPo
 Acad::ErrorStatus AcDbPoint::setThickness(double t) { KELHOST_SET(mThickness, t); }
 Acad::ErrorStatus AcDbPoint::setEcsRotation(double a) { KELHOST_SET(mEcsRotation, a); }
 Acad::ErrorStatus AcDbPoint::setNormal(const AcGeVector3d& n) {
+  if (!kelhost::db::Finite(n)) return Acad::eInvalidInput;
   if (!UsableNormal(n)) return Acad::eInvalidInput;
   KELHOST_SET(mNormal, n.normal());
 }
@@ -122,11 +126,13 @@ Acad::ErrorStatus AcDbText::setTextString(const ACHAR* text) {
 }
 Acad::ErrorStatus AcDbText::setTextStyle(AcDbObjectId style) { KELHOST_SET(mStyle, style); }
 Acad::ErrorStatus AcDbText::setHeight(double h) {
+  if (!kelhost::db::Finite(h)) return Acad::eInvalidInput;
   if (!(h > 0)) return Acad::eInvalidInput;
   KELHOST_SET(mHeight, h);
 }
 Acad::ErrorStatus AcDbText::setRotation(double a) { KELHOST_SET(mRotation, a); }
 Acad::ErrorStatus AcDbText::setWidthFactor(double w) {
+  if (!kelhost::db::Finite(w)) return Acad::eInvalidInput;
   if (!(w > 0)) return Acad::eInvalidInput;
   KELHOST_SET(mWidthFactor, w);
 }
@@ -135,6 +141,7 @@ Acad::ErrorStatus AcDbText::setHorizontalMode(AcDb::TextHorzMode m) { KELHOST_SE
 Acad::ErrorStatus AcDbText::setVerticalMode(AcDb::TextVertMode m) { KELHOST_SET(mVertMode, static_cast<short>(m)); }
 Acad::ErrorStatus AcDbText::setThickness(double t) { KELHOST_SET(mThickness, t); }
 Acad::ErrorStatus AcDbText::setNormal(const AcGeVector3d& n) {
+  if (!kelhost::db::Finite(n)) return Acad::eInvalidInput;
   if (!UsableNormal(n)) return Acad::eInvalidInput;
   KELHOST_SET(mNormal, n.normal());
 }
@@ -205,6 +212,7 @@ Acad::ErrorStatus AcDbPolyline::getPointAt(unsigned int index, AcGePoint3d& pt) 
 }
 
 Acad::ErrorStatus AcDbPolyline::setPointAt(unsigned int index, const AcGePoint2d& pt) {
+  if (!kelhost::db::Finite(pt)) return Acad::eInvalidInput;
   if (!writable()) return Acad::eNotOpenForWrite;
   if (index >= mVertices.size()) return Acad::eInvalidIndex;
   mVertices[index].point = pt;
@@ -218,6 +226,7 @@ Acad::ErrorStatus AcDbPolyline::getBulgeAt(unsigned int index, double& bulge) co
 }
 
 Acad::ErrorStatus AcDbPolyline::setBulgeAt(unsigned int index, double bulge) {
+  if (!kelhost::db::Finite(bulge)) return Acad::eInvalidInput;
   if (!writable()) return Acad::eNotOpenForWrite;
   if (index >= mVertices.size()) return Acad::eInvalidIndex;
   mVertices[index].bulge = bulge;
@@ -232,6 +241,7 @@ Acad::ErrorStatus AcDbPolyline::getWidthsAt(unsigned int index, double& startWid
 }
 
 Acad::ErrorStatus AcDbPolyline::setWidthsAt(unsigned int index, double startWidth, double endWidth) {
+  if (!kelhost::db::Finite(startWidth) || !kelhost::db::Finite(endWidth)) return Acad::eInvalidInput;
   if (!writable()) return Acad::eNotOpenForWrite;
   if (index >= mVertices.size()) return Acad::eInvalidIndex;
   if (startWidth < 0 || endWidth < 0) return Acad::eInvalidInput;
@@ -257,6 +267,7 @@ Acad::ErrorStatus AcDbPolyline::getConstantWidth(double& width) const {
 }
 
 Acad::ErrorStatus AcDbPolyline::setConstantWidth(double width) {
+  if (!kelhost::db::Finite(width)) return Acad::eInvalidInput;
   if (!writable()) return Acad::eNotOpenForWrite;
   if (width < 0) return Acad::eInvalidInput;
   for (Vertex& v : mVertices) v.startWidth = v.endWidth = width;
@@ -264,10 +275,12 @@ Acad::ErrorStatus AcDbPolyline::setConstantWidth(double width) {
 }
 
 void AcDbPolyline::setElevation(double e) {
+  if (!kelhost::db::Finite(e)) return;
   if (writable()) mElevation = e;
 }
 Acad::ErrorStatus AcDbPolyline::setThickness(double t) { KELHOST_SET(mThickness, t); }
 Acad::ErrorStatus AcDbPolyline::setNormal(const AcGeVector3d& n) {
+  if (!kelhost::db::Finite(n)) return Acad::eInvalidInput;
   if (!UsableNormal(n)) return Acad::eInvalidInput;
   KELHOST_SET(mNormal, n.normal());
 }

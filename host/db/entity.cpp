@@ -2,6 +2,7 @@
 #include <cstdlib>
 #include <cwchar>
 
+#include "db/setters.h"
 #include "arx/dbapserv.h"
 #include "arx/dbsymtb.h"
 #include "db/database_state.h"
@@ -77,6 +78,7 @@ Acad::ErrorStatus AcDbEntity::setLinetype(AcDbObjectId newVal, bool) {
 }
 
 Acad::ErrorStatus AcDbEntity::setLinetypeScale(double newVal, bool) {
+  if (!kelhost::db::Finite(newVal)) return Acad::eInvalidInput;
   if (!writable()) return Acad::eNotOpenForWrite;
   if (!(newVal > 0)) return Acad::eInvalidInput;
   mLinetypeScale = newVal;

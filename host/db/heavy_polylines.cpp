@@ -35,10 +35,12 @@ std::vector<const V*> LiveVertices(const AcDbSubentSequence& seq) {
 Acad::ErrorStatus AcDb2dVertex::setPosition(const AcGePoint3d& p) { KELHOST_SET(mPosition, p); }
 Acad::ErrorStatus AcDb2dVertex::setBulge(double b) { KELHOST_SET(mBulge, b); }
 Acad::ErrorStatus AcDb2dVertex::setStartWidth(double w) {
+  if (!kelhost::db::Finite(w)) return Acad::eInvalidInput;
   if (w < 0) return Acad::eInvalidInput;
   KELHOST_SET(mStartWidth, w);
 }
 Acad::ErrorStatus AcDb2dVertex::setEndWidth(double w) {
+  if (!kelhost::db::Finite(w)) return Acad::eInvalidInput;
   if (w < 0) return Acad::eInvalidInput;
   KELHOST_SET(mEndWidth, w);
 }
@@ -118,6 +120,7 @@ Acad::ErrorStatus AcDb2dPolyline::makeClosed() { KELHOST_SET(mFlags, static_cast
 Acad::ErrorStatus AcDb2dPolyline::makeOpen() { KELHOST_SET(mFlags, static_cast<short>(mFlags & ~1)); }
 Acad::ErrorStatus AcDb2dPolyline::setElevation(double e) { KELHOST_SET(mElevation, e); }
 Acad::ErrorStatus AcDb2dPolyline::setNormal(const AcGeVector3d& n) {
+  if (!kelhost::db::Finite(n)) return Acad::eInvalidInput;
   if (n.isZeroLength()) return Acad::eInvalidInput;
   KELHOST_SET(mNormal, n.normal());
 }

@@ -96,6 +96,7 @@ AcDbMText::~AcDbMText() { acutRelRb(mExtras); }
 Acad::ErrorStatus AcDbMText::setLocation(const AcGePoint3d& point) { KELHOST_SET(mLocation, point); }
 
 Acad::ErrorStatus AcDbMText::setNormal(const AcGeVector3d& normal) {
+  if (!kelhost::db::Finite(normal)) return Acad::eInvalidInput;
   if (normal.isZeroLength()) return Acad::eInvalidInput;
   if (!writable()) return Acad::eNotOpenForWrite;
   const double angle = rotation();
@@ -105,6 +106,7 @@ Acad::ErrorStatus AcDbMText::setNormal(const AcGeVector3d& normal) {
 }
 
 Acad::ErrorStatus AcDbMText::setDirection(const AcGeVector3d& direction) {
+  if (!kelhost::db::Finite(direction)) return Acad::eInvalidInput;
   const AcGeVector3d d = InPlane(mNormal, direction);
   if (d.isZeroLength()) return Acad::eInvalidInput;
   KELHOST_SET(mDirection, d);
@@ -112,12 +114,14 @@ Acad::ErrorStatus AcDbMText::setDirection(const AcGeVector3d& direction) {
 
 double AcDbMText::rotation() const { return kelhost::geom::OcsAngle(mNormal, mDirection); }
 Acad::ErrorStatus AcDbMText::setRotation(double angle) {
+  if (!kelhost::db::Finite(angle)) return Acad::eInvalidInput;
   if (!std::isfinite(angle)) return Acad::eInvalidInput;
   KELHOST_SET(mDirection, DirectionAt(mNormal, angle));
 }
 
 double AcDbMText::width() const { return OrZero(mWidth); }
 Acad::ErrorStatus AcDbMText::setWidth(double width) {
+  if (!kelhost::db::Finite(width)) return Acad::eInvalidInput;
   if (!(width >= 0)) return Acad::eInvalidInput;
   if (!writable()) return Acad::eNotOpenForWrite;
   mWidth = width;
@@ -127,6 +131,7 @@ Acad::ErrorStatus AcDbMText::setWidth(double width) {
 
 double AcDbMText::height() const { return OrZero(mDefinedHeight); }
 Acad::ErrorStatus AcDbMText::setHeight(double height) {
+  if (!kelhost::db::Finite(height)) return Acad::eInvalidInput;
   if (!(height >= 0)) return Acad::eInvalidInput;
   KELHOST_SET(mDefinedHeight, height);
 }
@@ -137,6 +142,7 @@ double AcDbMText::textHeight() const {
   return db ? db->textsize() : 2.5;
 }
 Acad::ErrorStatus AcDbMText::setTextHeight(double height) {
+  if (!kelhost::db::Finite(height)) return Acad::eInvalidInput;
   if (!(height > 0)) return Acad::eInvalidInput;
   if (!writable()) return Acad::eNotOpenForWrite;
   mTextHeight = height;
@@ -161,6 +167,7 @@ Acad::ErrorStatus AcDbMText::setLineSpacingStyle(AcDb::LineSpacingStyle style) {
   KELHOST_SET(mSpacingStyle, static_cast<short>(style));
 }
 Acad::ErrorStatus AcDbMText::setLineSpacingFactor(double factor) {
+  if (!kelhost::db::Finite(factor)) return Acad::eInvalidInput;
   if (!(factor >= 0.25 && factor <= 4.0)) return Acad::eInvalidInput;
   if (!writable()) return Acad::eNotOpenForWrite;
   mSpacingFactor = factor;

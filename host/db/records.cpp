@@ -28,11 +28,6 @@ KELHOST_RX_DEFINE(AcDbUCSTableRecord, AcDbSymbolTableRecord, L"UCS")
 KELHOST_RX_DEFINE(AcDbViewportTableRecord, AcDbSymbolTableRecord, L"VPORT")
 KELHOST_RX_DEFINE(AcDbRegAppTableRecord, AcDbSymbolTableRecord, L"APPID")
 
-#define KELHOST_SET_VOID(member, value) \
-  do {                                  \
-    if (writable()) member = value;     \
-  } while (0)
-
 // ---------------------------------------------------------------- record
 Acad::ErrorStatus AcDbSymbolTableRecord::getName(ACHAR*& name) const {
   size_t n = mName.size() + 1;
@@ -240,6 +235,7 @@ double AcDbLinetypeTableRecord::dashLengthAt(int index) const {
   return index >= 0 && index < numDashes() ? mDashes[static_cast<size_t>(index)] : 0.0;
 }
 Acad::ErrorStatus AcDbLinetypeTableRecord::setDashLengthAt(int index, double value) {
+  if (!kelhost::db::Finite(value)) return Acad::eInvalidInput;
   if (index < 0 || index >= numDashes()) return Acad::eInvalidIndex;
   KELHOST_SET(mDashes[static_cast<size_t>(index)], value);
 }
@@ -268,10 +264,12 @@ void AcDbLinetypeTableRecord::dxfFields(kelhost::dxf::GroupFiler& f) {
 
 // ---------------------------------------------------------------- text style
 Acad::ErrorStatus AcDbTextStyleTableRecord::setTextSize(double size) {
+  if (!kelhost::db::Finite(size)) return Acad::eInvalidInput;
   if (size < 0) return Acad::eInvalidInput;
   KELHOST_SET(mTextSize, size);
 }
 Acad::ErrorStatus AcDbTextStyleTableRecord::setXScale(double scale) {
+  if (!kelhost::db::Finite(scale)) return Acad::eInvalidInput;
   if (!(scale > 0)) return Acad::eInvalidInput;
   KELHOST_SET(mXScale, scale);
 }
@@ -358,6 +356,7 @@ void AcDbViewportTableRecord::setTarget(const AcGePoint3d& p) { KELHOST_SET_VOID
 void AcDbViewportTableRecord::setViewDirection(const AcGeVector3d& v) { KELHOST_SET_VOID(mDirection, v); }
 void AcDbViewportTableRecord::setLensLength(double l) { KELHOST_SET_VOID(mLens, l); }
 void AcDbViewportTableRecord::setWidth(double w) {
+  if (!kelhost::db::Finite(w)) return;
   if (mHeight > 0 && w > 0) KELHOST_SET_VOID(mAspect, w / mHeight);
 }
 void AcDbViewportTableRecord::setViewTwist(double a) { KELHOST_SET_VOID(mTwist, a); }

@@ -18,6 +18,7 @@ AcDbShape::AcDbShape(const AcGePoint3d& position, double size, double rotation, 
 
 Acad::ErrorStatus AcDbShape::setPosition(const AcGePoint3d& position) { KELHOST_SET(mPosition, position); }
 Acad::ErrorStatus AcDbShape::setSize(double size) {
+  if (!kelhost::db::Finite(size)) return Acad::eInvalidInput;
   if (!(size > 0)) return Acad::eInvalidInput;
   KELHOST_SET(mSize, size);
 }
@@ -35,12 +36,14 @@ Acad::ErrorStatus AcDbShape::setName(const ACHAR* name) {
 
 Acad::ErrorStatus AcDbShape::setRotation(double angle) { KELHOST_SET(mRotation, angle); }
 Acad::ErrorStatus AcDbShape::setWidthFactor(double factor) {
+  if (!kelhost::db::Finite(factor)) return Acad::eInvalidInput;
   if (factor == 0 || !std::isfinite(factor)) return Acad::eInvalidInput;
   KELHOST_SET(mWidthFactor, factor);
 }
 Acad::ErrorStatus AcDbShape::setOblique(double angle) { KELHOST_SET(mOblique, angle); }
 Acad::ErrorStatus AcDbShape::setThickness(double thickness) { KELHOST_SET(mThickness, thickness); }
 Acad::ErrorStatus AcDbShape::setNormal(const AcGeVector3d& normal) {
+  if (!kelhost::db::Finite(normal)) return Acad::eInvalidInput;
   if (normal.isZeroLength()) return Acad::eInvalidInput;
   KELHOST_SET(mNormal, normal.normal());
 }

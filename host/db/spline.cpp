@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "db/setters.h"
 #include "arx/dbspline.h"
 #include "db/curve_path.h"
 #include "db/nurbs.h"
@@ -123,6 +124,7 @@ Acad::ErrorStatus AcDbSpline::getControlPointAt(int index, AcGePoint3d& point) c
 }
 
 Acad::ErrorStatus AcDbSpline::setControlPointAt(int index, const AcGePoint3d& point) {
+  if (!kelhost::db::Finite(point)) return Acad::eInvalidInput;
   if (index < 0 || index >= numControlPoints()) return Acad::eInvalidIndex;
   if (!std::isfinite(point.x) || !std::isfinite(point.y) || !std::isfinite(point.z)) return Acad::eInvalidInput;
   if (!writable()) return Acad::eNotOpenForWrite;
@@ -146,6 +148,7 @@ double AcDbSpline::weightAt(int index) const {
 }
 
 Acad::ErrorStatus AcDbSpline::setWeightAt(int index, double weight) {
+  if (!kelhost::db::Finite(weight)) return Acad::eInvalidInput;
   if (index < 0 || index >= numControlPoints()) return Acad::eInvalidIndex;
   if (!(weight > 0) || !std::isfinite(weight)) return Acad::eInvalidInput;
   if (!writable()) return Acad::eNotOpenForWrite;
@@ -207,6 +210,7 @@ Acad::ErrorStatus AcDbSpline::getFitPointAt(int index, AcGePoint3d& point) const
 }
 
 Acad::ErrorStatus AcDbSpline::setFitPointAt(int index, const AcGePoint3d& point) {
+  if (!kelhost::db::Finite(point)) return Acad::eInvalidInput;
   if (index < 0 || index >= numFitPoints()) return Acad::eInvalidIndex;
   if (!writable()) return Acad::eNotOpenForWrite;
   std::vector<AcGePoint3d> fit = mFit;
@@ -247,6 +251,7 @@ Acad::ErrorStatus AcDbSpline::getFitData(AcGePoint3dArray& fitPoints, int& degre
 
 Acad::ErrorStatus AcDbSpline::setFitData(const AcGePoint3dArray& fitPoints, int degree, double fitTolerance,
                                          const AcGeVector3d& startTangent, const AcGeVector3d& endTangent) {
+  if (!kelhost::db::Finite(fitPoints) || !kelhost::db::Finite(fitTolerance) || !kelhost::db::Finite(startTangent) || !kelhost::db::Finite(endTangent)) return Acad::eInvalidInput;
   if (!DegreeInRange(degree) || !(fitTolerance >= 0)) return Acad::eInvalidInput;
   if (!writable()) return Acad::eNotOpenForWrite;
   if (!refit(ToVector(fitPoints), startTangent, endTangent)) return Acad::eInvalidInput;
@@ -262,12 +267,14 @@ Acad::ErrorStatus AcDbSpline::getFitTangents(AcGeVector3d& startTangent, AcGeVec
 }
 
 Acad::ErrorStatus AcDbSpline::setFitTangents(const AcGeVector3d& startTangent, const AcGeVector3d& endTangent) {
+  if (!kelhost::db::Finite(startTangent) || !kelhost::db::Finite(endTangent)) return Acad::eInvalidInput;
   if (!hasFitData()) return Acad::eNotApplicable;
   if (!writable()) return Acad::eNotOpenForWrite;
   return refit(mFit, startTangent, endTangent) ? Acad::eOk : Acad::eInvalidInput;
 }
 
 Acad::ErrorStatus AcDbSpline::setFitTol(double tolerance) {
+  if (!kelhost::db::Finite(tolerance)) return Acad::eInvalidInput;
   if (!(tolerance >= 0)) return Acad::eInvalidInput;
   if (!writable()) return Acad::eNotOpenForWrite;
   mFitTolerance = tolerance;

@@ -4,6 +4,7 @@
 // contents.
 #include "kelhost/drawing_files.h"
 
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -74,7 +75,8 @@ bool WriteDrawingFile(AcDbDatabase* db, const std::wstring& path, std::wstring& 
   std::string text;
   std::wstring why;
   if (!dxf::WriteDxf(db, text, why)) return error = path + L": " + why, false;
-  if (!WriteFileAtomically(NativePath(path), text)) return error = path + L": cannot write the file", false;
+  if (!WriteFileAtomically(NativePath(path), text))
+    return error = path + L": cannot write the file: " + WriteErrorText(errno), false;
   return true;
 }
 

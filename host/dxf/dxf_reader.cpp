@@ -246,7 +246,9 @@ bool Reader::collectItems(const Section& s, Place place) {
     // Handles (5, or 105 for a dimension style) of the item and its followers.
     size_t follower = 0;
     for (; handle != handles.end() && handle->index < item.followersEnd; ++handle) {
-      if (handle->code == 105 && type != "DIMSTYLE") continue;
+      // A dimension style's handle is its 105; its 5 is DIMBLK, a block
+      // name (empty in most files), in R12 files and later ones alike.
+      if ((handle->code == 105) != (type == "DIMSTYLE")) continue;
       const size_t at = handle->index;
       std::uint64_t h = 0;
       if (!ParseHandle(handle->value, h) || h == 0)

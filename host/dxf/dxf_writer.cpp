@@ -342,6 +342,7 @@ void Writer::objects() {
 }
 
 bool Writer::run(std::string& out, std::wstring& error) {
+  TakeNonFiniteGroup();
   // Block handles first, so that $HANDSEED lies above all of them.
   if (auto* bt = db::PeekAs<AcDbSymbolTable>(mState.tables[static_cast<int>(Table::kBlock)]))
     for (AcDbObjectId id : Access::records(bt))
@@ -390,6 +391,11 @@ bool Writer::run(std::string& out, std::wstring& error) {
   }
   group(0, "EOF");
   if (!mError.empty()) return error = mError, false;
+  // A file that holds "inf" or "nan" would not open again: not written.
+  if (const int code = TakeNonFiniteGroup())
+    return error = L"the drawing holds a number that is not finite" +
+                   (code > 0 ? L" (group " + std::to_wstring(code) + L")" : std::wstring()) + L"; nothing was written",
+           false;
 
   flush();
   out = std::move(mText);

@@ -40,6 +40,13 @@ constexpr double kPi = 3.14159265358979323846;
 bool IsAngle(int code) { return code >= 50 && code <= 58; }
 // Conversions leave ulp-sized noise: 15 significant digits keep a file's
 // "200" as 200 through a read and a write.
+// An angle in radians too large to have a value in degrees (beyond about
+// 3e306) is first reduced to one turn: it points the same way.
+double Degrees(double radians) {
+  const double degrees = radians * 180.0 / kPi;
+  return std::isfinite(degrees) ? degrees : std::fmod(radians, 2 * kPi) * 180.0 / kPi;
+}
+
 double Clean(double v) {
   char buf[40];
   const std::to_chars_result r = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::scientific, 14);
@@ -69,7 +76,7 @@ void FileWriter::addInteger(int code, long v) {
 
 void FileWriter::real(int code, double& v, double def, Presence p) {
   if (p == Presence::kUnlessDefault && v == def) return;
-  addReal(code, mDegrees && IsAngle(code) ? Clean(v * 180.0 / kPi) : v);
+  addReal(code, mDegrees && IsAngle(code) ? Clean(Degrees(v)) : v);
 }
 
 void FileWriter::point(int code, AcGePoint3d& v, Presence p) {

@@ -3,6 +3,7 @@
 // std::from_chars); anything unusual goes through the C library, which
 // defines the results.
 #include <cerrno>
+#include <cfloat>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
@@ -26,8 +27,19 @@ std::string_view Trimmed(std::string_view t) {
   return t;
 }
 
+// The group code of the first infinite or NaN value formatted since the
+// writer last asked (0 for none, -1 when the code was not known).
+thread_local int tNonFiniteGroup = 0;
+
 // printf's "%.15g" ... "%.17g" search, the definition FormatReal follows.
-void AppendRealSlowly(double v, std::string& out) {
+// No reader takes "inf" or "nan", so those are noted for the writer to
+// refuse the save, and stand as 0.0 in the text it throws away.
+void AppendRealSlowly(double v, std::string& out, int code = -1) {
+  if (!std::isfinite(v)) {
+    if (tNonFiniteGroup == 0) tNonFiniteGroup = code;
+    out += "0.0";
+    return;
+  }
   char buf[40];
   for (int precision = 15; precision <= 17; ++precision) {
     std::snprintf(buf, sizeof buf, "%.*g", precision, v);
@@ -362,6 +374,12 @@ void AppendReal(double v, std::string& out) {
   out.append(buf, static_cast<size_t>(n));
 }
 
+int TakeNonFiniteGroup() {
+  const int code = tNonFiniteGroup;
+  tNonFiniteGroup = 0;
+  return code;
+}
+
 std::string FormatReal(double v) {
   std::string s;
   AppendReal(v, s);
@@ -395,7 +413,9 @@ bool ParseReal(std::string_view text, double& out) {
   char* end = nullptr;
   errno = 0;
   out = std::strtod(copy.c_str(), &end);
-  return end && *end == '\0' && std::isfinite(out) && errno != ERANGE;
+  // Underflow is no error: a subnormal value reads as itself, and one below
+  // the smallest of them as zero. Overflow, "inf" and "nan" are refused.
+  return end && *end == '\0' && std::isfinite(out) && (errno != ERANGE || std::fabs(out) < DBL_MIN);
 }
 
 bool ParseInteger(std::string_view text, long long& out) {
@@ -517,7 +537,7 @@ void AppendRealGroup(int code, double v, std::string& out) {
   const int n = RealText(v, line + k);
   if (n < 0) {
     out.append(line, static_cast<size_t>(k));
-    AppendRealSlowly(v, out);
+    AppendRealSlowly(v, out, code);
     out += '\n';
     return;
   }

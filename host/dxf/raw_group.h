@@ -32,6 +32,9 @@ const FileKind* FileKinds();
 // or "%.16g" or "%.17g" when fewer digits do not read back, with ".0"
 // added to a whole number.
 std::string FormatReal(double v);
+// The group code of the first infinite or NaN value formatted since the
+// last call (-1 when formatted without a code), or 0 for none; clears it.
+int TakeNonFiniteGroup();
 void AppendReal(double v, std::string& out);
 // Strict number parsing of a file value (surrounding blanks allowed), as
 // strtod and strtoll (base 10) accept numbers; out of range fails.

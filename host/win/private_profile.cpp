@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cstdint>
+#include <cstdio>
 #include <cwchar>
 #include <string>
 #include <vector>
@@ -121,6 +122,15 @@ DWORD GetPrivateProfileSectionNamesW(LPWSTR buffer, DWORD size, LPCWSTR fileName
 BOOL WritePrivateProfileStringW(LPCWSTR section, LPCWSTR key, LPCWSTR value, LPCWSTR fileName) {
   if (!section && !key && !value) return FALSE;  // "flush the cache": nothing is cached
   if (!section || !fileName || !*fileName) return kelhost::Fail(ERROR_INVALID_PARAMETER);
+  // What would not read back the same is refused, and the file is left
+  // as it was: a line break in a value would otherwise start new entries
+  // or sections of its own.
+  std::wstring stored, why;
+  if (!ProfileDocument::Storable(section, key, value, stored, why)) {
+    std::fprintf(stderr, "kelhost: %s: not written to %s: %s\n", kelhost::ToUtf8(key ? key : section).c_str(),
+                 kelhost::ToUtf8(fileName).c_str(), kelhost::ToUtf8(why).c_str());
+    return kelhost::Fail(ERROR_INVALID_PARAMETER);
+  }
   const std::string path = kelhost::NativePath(fileName);
   std::string bytes;
   if (!kelhost::ReadWholeFile(path, bytes) && ::access(path.c_str(), F_OK) == 0)
@@ -131,7 +141,7 @@ BOOL WritePrivateProfileStringW(LPCWSTR section, LPCWSTR key, LPCWSTR value, LPC
   } else if (!value) {
     if (!doc.DeleteKey(section, key)) return TRUE;
   } else {
-    doc.Set(section, key, value);
+    doc.Set(section, key, stored);
   }
   if (!kelhost::WriteFileAtomically(path, doc.Serialize())) {
     std::string dir = path.substr(0, path.find_last_of('/') == std::string::npos ? 0 : path.find_last_of('/'));

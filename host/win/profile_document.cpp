@@ -87,6 +87,24 @@ std::wstring ProfileDocument::UnquoteValue(const std::wstring& rawValue) {
   return v;
 }
 
+bool ProfileDocument::Storable(const std::wstring& section, const wchar_t* key, const wchar_t* value,
+                               std::wstring& stored, std::wstring& why) {
+  auto hasBreak = [](const std::wstring& t) { return t.find_first_of(L"\r\n") != std::wstring::npos; };
+  auto trimmable = [](const std::wstring& t) { return !t.empty() && Trim(t) != t; };
+  if (section.empty() || hasBreak(section) || trimmable(section))
+    return why = L"a section name must be one line without blanks at its ends", false;
+  if (key) {
+    const std::wstring k = key;
+    if (k.empty() || hasBreak(k) || trimmable(k) || k.find(L'=') != std::wstring::npos || k[0] == L';' || k[0] == L'#' ||
+        k[0] == L'[')
+      return why = L"a key must be one line without '=', blanks at its ends or a leading ';', '#' or '['", false;
+  }
+  stored = value ? value : L"";
+  if (hasBreak(stored)) return why = L"a value must be one line", false;
+  if (UnquoteValue(stored) != stored) stored = L"\"" + stored + L"\"";
+  return true;
+}
+
 size_t ProfileDocument::FindSection(const std::wstring& section, size_t& end) const {
   for (size_t i = 0; i < mLines.size(); ++i) {
     if (mLines[i].kind != Kind::kSection || !EqualNoCase(mLines[i].name, section)) continue;

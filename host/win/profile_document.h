@@ -44,6 +44,15 @@ class ProfileDocument {
   // Trimming and quote removal of a value as a key read returns it.
   static std::wstring UnquoteValue(const std::wstring& rawValue);
 
+  // Whether a section, key (null: the whole section) and value (null: no
+  // value) can be written so that they read back the same. Names that a
+  // read would trim, split at '=' or take for a comment or a header, and
+  // any line break, cannot: false with the reason. A value that a read
+  // would trim or unquote is stored in double quotes (the platform's own
+  // reads remove one pair): stored is the text to write.
+  static bool Storable(const std::wstring& section, const wchar_t* key, const wchar_t* value, std::wstring& stored,
+                       std::wstring& why);
+
  private:
   enum class Kind { kBlank, kComment, kSection, kEntry, kOther };
   struct Line {

@@ -49,7 +49,11 @@ bool INISetting::GetAllKeysAndValues(const wchar_t* section, CStringArray& keys,
     // The platform may hand over comment lines with the entries.
     if (key.IsEmpty() || key.GetAt(0) == L';') continue;
     keys.Add(key);
-    values.Add(value.Trim());
+    // As a key read gives it: one pair of matching quotes removed.
+    value.Trim();
+    const int n = value.GetLength();
+    if (n >= 2 && (value[0] == L'"' || value[0] == L'\'') && value[n - 1] == value[0]) value = value.Mid(1, n - 2);
+    values.Add(value);
   }
   return true;
 }

@@ -6,6 +6,8 @@
 // a null pointer argument gives the failure code and writes nothing.
 #pragma once
 
+#include <type_traits>
+
 #include "kelcad/geom/records.h"
 
 // Fills pt1, pt2 and the unit direction of out (a, b, c are left alone).
@@ -37,6 +39,42 @@ double gl_fixang(double angle);
 // 1 when pt, seen from the centre, lies on the counter-clockwise arc from
 // start to end (1e-6 rad allowance at both ends), else 0.
 int gl_ptarc(double start, double end, const double pt[3], const circ* c);
+
+// An arc where a circle is read: its centre and radius. A template so that
+// a null pointer literal still picks the circ* form.
+template <class Arc, class = std::enable_if_t<std::is_same_v<std::remove_cv_t<Arc>, atype>>>
+const circ* gl_arc_as_circ(Arc* arc, circ& scratch) {
+  if (!arc) return nullptr;
+  scratch = *arc;
+  return &scratch;
+}
+inline const circ* gl_arc_as_circ(const circ* c, circ&) { return c; }
+template <class Arc, class = std::enable_if_t<std::is_same_v<std::remove_cv_t<Arc>, atype>>>
+int gl_intlc_pln(double res[2][3], const linfo* line, Arc* c) {
+  circ s;
+  return gl_intlc_pln(res, line, gl_arc_as_circ(c, s));
+}
+template <class C1, class C2,
+          class = std::enable_if_t<std::is_same_v<std::remove_cv_t<C1>, atype> || std::is_same_v<std::remove_cv_t<C2>, atype>>>
+int gl_intcc_pln(double res[2][3], C1* c1, C2* c2) {
+  circ s1, s2;
+  return gl_intcc_pln(res, gl_arc_as_circ(c1, s1), gl_arc_as_circ(c2, s2));
+}
+template <class Arc, class = std::enable_if_t<std::is_same_v<std::remove_cv_t<Arc>, atype>>>
+void gl_pt_oncirc(double res[3], Arc* c, double angle) {
+  circ s;
+  gl_pt_oncirc(res, gl_arc_as_circ(c, s), angle);
+}
+template <class Arc, class = std::enable_if_t<std::is_same_v<std::remove_cv_t<Arc>, atype>>>
+double gl_ang_ptcirc(const double pt[3], Arc* c) {
+  circ s;
+  return gl_ang_ptcirc(pt, gl_arc_as_circ(c, s));
+}
+template <class Arc, class = std::enable_if_t<std::is_same_v<std::remove_cv_t<Arc>, atype>>>
+int gl_ptarc(double start, double end, const double pt[3], Arc* c) {
+  circ s;
+  return gl_ptarc(start, end, pt, gl_arc_as_circ(c, s));
+}
 
 // Matrices are [row][column]; points are column vectors, so a translation
 // lives in column 3.

@@ -3,6 +3,8 @@
 // by value across the module boundary, so their layouts are fixed.
 #pragma once
 
+#include <cstddef>
+
 // A line through two points, or the segment between them.
 struct linfo {
   double pt1[3];  // first point, start of the segment
@@ -22,13 +24,21 @@ struct circ {
 };
 
 // An arc as the platform's ARC entity stores it: counter-clockwise from
-// start to end, angles in radians. Its leading fields are a circ, so an
-// arc is accepted wherever a circle is.
-struct atype : circ {
+// start to end, angles in radians. It is a flat record of six doubles, so
+// callers write `atype a = {{x, y, z}, r, start, end};`. Its leading fields
+// are laid out as a circ: an arc converts to its circle, and the kernel's
+// functions that read a circ* also take an atype* (plane.h).
+struct atype {
+  double center[3];
+  double radius;
   double start;
   double end;
+
+  operator circ() const { return {{center[0], center[1], center[2]}, radius}; }
 };
 
 static_assert(sizeof(linfo) == 12 * sizeof(double), "linfo is twelve doubles");
 static_assert(sizeof(circ) == 4 * sizeof(double), "circ is four doubles");
 static_assert(sizeof(atype) == 6 * sizeof(double), "atype is a circ and two angles");
+static_assert(offsetof(atype, center) == offsetof(circ, center) && offsetof(atype, radius) == offsetof(circ, radius),
+              "an atype begins with the fields of a circ");

@@ -22,8 +22,9 @@ const char* Usage() {
 bool ParseOptions(int argc, char** argv, Options& o, std::string& error) {
   for (int i = 1; i < argc; ++i) {
     const char* a = argv[i];
-    auto value = [&](std::string& out) {
-      if (i + 1 >= argc) {
+    // A file option's empty value names no file: refused as a missing one.
+    auto value = [&](std::string& out, bool file = true) {
+      if (i + 1 >= argc || (file && argv[i + 1][0] == '\0')) {
         error = std::string(a) + " needs a value";
         return false;
       }
@@ -36,7 +37,7 @@ bool ParseOptions(int argc, char** argv, Options& o, std::string& error) {
     } else if (!std::strcmp(a, "--version")) {
       o.version = true;
     } else if (!std::strcmp(a, "--eval") || !std::strcmp(a, "-e")) {
-      if (!value(v)) return false;
+      if (!value(v, false)) return false;
       o.steps.push_back({Step::kEval, v});
     } else if (!std::strcmp(a, "--script")) {
       if (!value(v)) return false;

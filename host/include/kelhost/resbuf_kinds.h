@@ -3,6 +3,8 @@
 // copies or converts result buffers (AutoLISP bridge, entity lists, DXF).
 #pragma once
 
+struct resbuf;
+
 namespace kelhost {
 enum class RbKind {
   kNone,     // no value: RTLB, RTLE, RTDOTE, RTNIL, RTT, RTVOID, RTNONE, -3, -5
@@ -17,4 +19,11 @@ enum class RbKind {
   kUnknown,  // not a type code the platform knows
 };
 RbKind ResbufKind(int restype);
+}  // namespace kelhost
+
+namespace kelhost {
+// The first node of the chain whose real or point holds an infinity or a
+// NaN; null when every number is finite. Nothing reads such values back
+// from a drawing, so the database never takes them.
+const resbuf* FirstNonFinite(const resbuf* chain);
 }  // namespace kelhost

@@ -20,9 +20,13 @@ class INISetting {
   // key or section is null or empty; a null default reads as empty).
   CString GetSetting(const wchar_t* key, const wchar_t* defaultValue, const wchar_t* section) const;
   // A null value writes an empty one. False when the file could not be
-  // written or key or section is null or empty.
+  // written or key or section is null or empty, and (the file unchanged)
+  // for what would not read back the same: line breaks, a key with '=',
+  // names with blanks at their ends. A value with blanks at its ends or
+  // within quotes is stored quoted and reads back as given.
   bool SetSetting(const wchar_t* key, const wchar_t* value, const wchar_t* section);
-  // Every key of the section with its value, in file order (both trimmed;
+  // Every key of the section with its value, in file order (both trimmed,
+  // the value unquoted as GetSetting unquotes it;
   // a line without '=' gives a key with an empty value; comment lines,
   // starting with ';', are left out). False, with both
   // arrays empty, when the section is absent; true for an empty section.

@@ -59,6 +59,21 @@ int OxDataValues() {
   return RTNORM;
 }
 
+// (kelsib_arc): the kernel's records written field by field, as the
+// family's modules write them: the angle of (0 2) on an upper half arc,
+// T when it lies on the arc, and how often that arc crosses a circle.
+int Arc() {
+  atype upper = {{0, 0, 0}, 2.0, 0.0, 3.14159};
+  circ right = {{2, 0, 0}, 2.0};
+  const double top[3] = {0, 2, 0};
+  double crossings[2][3];
+  resbuf* list = acutBuildList(RTREAL, gl_ang_ptcirc(top, &upper), gl_ptarc(upper.start, upper.end, top, &upper) ? RTT : RTNIL,
+                               RTSHORT, gl_intcc_pln(crossings, &upper, &right), RTNONE);
+  acedRetList(list);
+  acutRelRb(list);
+  return RTNORM;
+}
+
 }  // namespace
 
 extern "C" __attribute__((visibility("default"))) AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode msg, void* appId) {
@@ -72,18 +87,21 @@ extern "C" __attribute__((visibility("default"))) AcRx::AppRetCode acrxEntryPoin
       acedDefun(L"kelsib_area", 2);
       acedDefun(L"kelsib_vars", 3);
       acedDefun(L"kelsib_oxdata", 4);
+      acedDefun(L"kelsib_arc", 5);
       break;
     case AcRx::kUnloadDwgMsg:
       acedUndef(L"kelsib_check", 1);
       acedUndef(L"kelsib_area", 2);
       acedUndef(L"kelsib_vars", 3);
       acedUndef(L"kelsib_oxdata", 4);
+      acedUndef(L"kelsib_arc", 5);
       break;
     case AcRx::kInvkSubrMsg:
       if (acedGetFunCode() == 1) Check();
       if (acedGetFunCode() == 2) Area();
       if (acedGetFunCode() == 3) Vars();
       if (acedGetFunCode() == 4) OxDataValues();
+      if (acedGetFunCode() == 5) Arc();
       break;
     default:
       break;

@@ -37,7 +37,7 @@ inline linfo Line(double x1, double y1, double x2, double y2) {
   gl_line_coef(&l, p, q);
   return l;
 }
-inline atype Arc(double x, double y, double r) { return atype{{{x, y, 0}, r}, 0, 0}; }
+inline atype Arc(double x, double y, double r) { return atype{{x, y, 0}, r, 0, 0}; }
 inline std::vector<double> Pt(double x, double y) { return {x, y, 0}; }
 
 struct Random {

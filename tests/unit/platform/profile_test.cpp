@@ -143,8 +143,9 @@ TEST(PrivateProfile, NewFilesAndFailures) {
   TempDir dir;
   const std::wstring f = dir.wfile("fresh.ini");
   ASSERT_TRUE(WritePrivateProfileStringW(L"S", L"k", L"  spaced  ", f.c_str()));
-  EXPECT_EQ(TempDir::Read(dir.file("fresh.ini")), "[S]\nk=  spaced  \n");
-  EXPECT_EQ(Get(L"S", L"k", f), L"spaced");
+  // Quoted, so that the blanks read back.
+  EXPECT_EQ(TempDir::Read(dir.file("fresh.ini")), "[S]\nk=\"  spaced  \"\n");
+  EXPECT_EQ(Get(L"S", L"k", f), L"  spaced  ");
   // Missing directories are not created.
   EXPECT_FALSE(WritePrivateProfileStringW(L"S", L"k", L"v", dir.wfile("no/such/dir.ini").c_str()));
   EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_PATH_NOT_FOUND));
@@ -153,7 +154,7 @@ TEST(PrivateProfile, NewFilesAndFailures) {
   std::wstring windowsForm = L"C:" + f.substr(0, f.rfind(L'/')) + L"\\FRESH.INI";
   for (wchar_t& c : windowsForm)
     if (c == L'/') c = L'\\';
-  EXPECT_EQ(Get(L"s", L"K", windowsForm), L"spaced");
+  EXPECT_EQ(Get(L"s", L"K", windowsForm), L"  spaced  ");
 }
 
 TEST(ProfileDocument, SerializeIsStableAfterOneRoundTrip) {
