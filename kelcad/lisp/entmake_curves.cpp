@@ -65,12 +65,15 @@ int KEL_EntMakeArc() {
                         {ArgKind::kPoint, L"\nError:mkarc 输入参数错(point_e)."}},
                        Say, a))
     return RTNORM;
+  // The command's arc and the one made from it are one step to undo.
+  acedCommandS(RTSTR, L".UNDO", RTSTR, L"_BEgin", RTNONE);
   ads_point centre;
   double radius = 0.0, startAngle = 0.0, endAngle = 0.0;
-  if (!ArcThrough(a[1], a[2], a[3], centre, radius, startAngle, endAngle)) return RTNORM;
-  if (!MakeFromList(acutBuildList(RTDXF0, L"ARC", 8, a[0]->resval.rstring, 10, centre, 39, 0.0, 40, radius, 50,
+  if (ArcThrough(a[1], a[2], a[3], centre, radius, startAngle, endAngle) &&
+      !MakeFromList(acutBuildList(RTDXF0, L"ARC", 8, a[0]->resval.rstring, 10, centre, 39, 0.0, 40, radius, 50,
                                   startAngle, 51, endAngle, RTNONE)))
     Say(L"\nError:mkarc error.");
+  acedCommandS(RTSTR, L".UNDO", RTSTR, L"_End", RTNONE);
   return RTNORM;
 }
 
