@@ -66,6 +66,10 @@ bool KeepsItsName(const AcDbSymbolTableRecord* record, const std::wstring& name)
 Acad::ErrorStatus AcDbSymbolTableRecord::setName(const ACHAR* name) {
   if (!writable()) return Acad::eNotOpenForWrite;
   if (!name || !*name) return Acad::eInvalidInput;
+  // The names a drawing file may hold: valid symbol names, or an anonymous
+  // name of a '*' and a valid one.
+  if (acdbSNValid(name, 0) != RTNORM && !(name[0] == L'*' && name[1] && acdbSNValid(name + 1, 0) == RTNORM))
+    return Acad::eInvalidInput;
   auto* table = kelhost::db::PeekAs<AcDbSymbolTable>(ownerId());
   if (table && isDatabaseResident()) {
     if (kelhost::ToUpper(mName) != kelhost::ToUpper(name) && KeepsItsName(this, mName)) return Acad::eIllegalReplacement;

@@ -73,7 +73,8 @@ class AcDbSymbolTableRecord : public AcDbObject {
   Acad::ErrorStatus getName(const ACHAR*& name) const;
   const ACHAR* getName() const { return mName.c_str(); }
   // eDuplicateRecordName when another record of the table has it;
-  // eInvalidInput for an empty name; eIllegalReplacement for a record of
+  // eInvalidInput for an empty name or one that is no valid symbol name
+  // (acdbSNValid; '*' may begin an anonymous one); eIllegalReplacement for a record of
   // a drawing that keeps its name (the linetypes ByBlock, ByLayer and
   // Continuous, layer 0, the styles Standard, the model and paper space
   // blocks, registered applications).
