@@ -22,8 +22,9 @@ unset(ENV{KELCAD_ARX})
 run(${WORK}/prefix/bin/kelcad --arx ${WORK}/build/KELSIB.arx
     --eval "(kelsib_check '(1 2 3) '(1 2 7))"
     --eval "(kelsib_area '(0 0 0) '(10 0 0) '(10 10 0) '(0 10 0))"
-    --eval "(kelsib_vars)")
-set(expected "(3 T)\n100.0\n(4133 0 1)\n")
+    --eval "(kelsib_vars)"
+    --eval "(kelsib_draw)")
+set(expected "(3 T)\n100.0\n(4133 0 1)\n(0 1 3 5 1 1 1 1 1 1 1 1 1 1 30)\n")
 if(NOT LAST_OUTPUT STREQUAL expected)
   message(FATAL_ERROR "sibling answered [${LAST_OUTPUT}], expected [${expected}]")
 endif()

@@ -1,6 +1,6 @@
 // A sibling module of the family: it links KELCAD's exported library and
-// offers one AutoLISP function that uses it.
-#include "kelcad/kelcad.h"
+// offers AutoLISP functions that use it.
+#include "kelsib.h"
 
 namespace {
 
@@ -49,16 +49,19 @@ extern "C" __attribute__((visibility("default"))) AcRx::AppRetCode acrxEntryPoin
       acedDefun(L"kelsib_check", 1);
       acedDefun(L"kelsib_area", 2);
       acedDefun(L"kelsib_vars", 3);
+      acedDefun(L"kelsib_draw", 4);
       break;
     case AcRx::kUnloadDwgMsg:
       acedUndef(L"kelsib_check", 1);
       acedUndef(L"kelsib_area", 2);
       acedUndef(L"kelsib_vars", 3);
+      acedUndef(L"kelsib_draw", 4);
       break;
     case AcRx::kInvkSubrMsg:
       if (acedGetFunCode() == 1) Check();
       if (acedGetFunCode() == 2) Area();
       if (acedGetFunCode() == 3) Vars();
+      if (acedGetFunCode() == 4) kelsib::Draw();
       break;
     default:
       break;
