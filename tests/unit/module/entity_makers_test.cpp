@@ -191,4 +191,18 @@ TEST_F(EntityMakers, UndoTakesBackWhatEachCallMade) {
   EXPECT_EQ(Made(), L"nil");
 }
 
+TEST_F(EntityMakers, UndoTakesBackWhatTheCppMakersMadeInOneStep) {
+  kelhost::editor::undo::ExpressionStarted();
+  AcDbObjectId id;
+  KEL::CreateLine(AcGePoint3d(0, 0, 0), AcGePoint3d(1, 0, 0), id);
+  KEL::CreateCircle(AcGePoint3d(0, 0, 0), AcGeVector3d::kZAxis, 1.0, id);
+  KEL::CreateLayer(L"MADE", L"", 2, true);
+  kelhost::editor::undo::ExpressionEnded();
+  EXPECT_EQ(Made(), L"((\"LINE\" \"0\") (\"CIRCLE\" \"0\"))");
+  kelhost::editor::RunTypedCommand(L"U");
+  EXPECT_EQ(Made(), L"nil");
+  EXPECT_EQ(Eval(L"(tblsearch \"LAYER\" \"MADE\")"), L"nil");
+  EXPECT_EQ(Var(L"CLAYER"), L"\"0\"");
+}
+
 }  // namespace
