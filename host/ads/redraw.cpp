@@ -1,6 +1,7 @@
-// Redrawing: the headless host has no screen, so a redraw only checks that
-// it names something drawable.
+// Redrawing: the headless host has no screen, so a redraw checks that it
+// names something drawable and keeps the highlighting it asks for.
 #include "arx/arxheaders.h"
+#include "db/highlight.h"
 
 int acedRedraw(const ads_name ent, int mode) {
   if (!ent || ads_name_nil(ent)) return RTNORM;  // the whole view
@@ -10,5 +11,6 @@ int acedRedraw(const ads_name ent, int mode) {
   AcDbEntity* entity = nullptr;
   if (acdbOpenObject(entity, id, AcDb::kForRead) != Acad::eOk) return RTERROR;
   entity->close();
+  if (mode == 3 || mode == 4) kelhost::db::SetHighlighted(id, mode == 3);
   return RTNORM;
 }

@@ -4,6 +4,7 @@
 #include "arx/acdbads.h"
 #include "arx/acedads.h"
 #include "arx/acutads.h"
+#include "arx/dbxutil.h"
 #include "db/database_state.h"
 #include "db/frames.h"
 
@@ -55,5 +56,35 @@ int acedTrans(const ads_point pt, const resbuf* from, const resbuf* to, int disp
     return RTNORM;
   } catch (...) {
     return RTERROR;
+  }
+}
+
+namespace {
+bool UcsWorld(ads_point p, ads_point q, bool vec, bool toWorld) {
+  AcDbDatabase* db = kelhost::ads::WorkingDb();
+  kelhost::ads::Frame ucs;
+  if (!p || !q || !db || !kelhost::db::UcsFrame(db->state(), ucs)) return false;
+  const double in[3] = {p[0], p[1], p[2]};
+  if (toWorld)
+    kelhost::ads::ToWorld(ucs, in, vec, q);
+  else
+    kelhost::ads::FromWorld(ucs, in, vec, q);
+  return true;
+}
+}  // namespace
+
+bool acdbUcs2Wcs(ads_point p, ads_point q, bool vec) {
+  try {
+    return UcsWorld(p, q, vec, true);
+  } catch (...) {
+    return false;
+  }
+}
+
+bool acdbWcs2Ucs(ads_point p, ads_point q, bool vec) {
+  try {
+    return UcsWorld(p, q, vec, false);
+  } catch (...) {
+    return false;
   }
 }

@@ -4,6 +4,9 @@
 
 #include <vector>
 
+#include <cwchar>
+
+#include "arx/acedads.h"
 #include "arx/win32.h"
 #include "kelhost/paths.h"
 
@@ -57,3 +60,21 @@ std::optional<std::wstring> FindSupportFile(const std::wstring& name) {
 }
 
 }  // namespace kelhost::app
+
+// The host keeps drawings as DXF: a ".dwg" that is not found is looked for
+// as the ".dxf" of the same name, which is what WBLOCK writes for it.
+int acedFindFile(const ACHAR* fname, ACHAR* result, size_t nBufLen) {
+  try {
+    if (!fname || !result || nBufLen == 0) return RTERROR;
+    const std::wstring name(fname);
+    std::optional<std::wstring> found = kelhost::app::FindSupportFile(name);
+    const size_t n = name.size();
+    if (!found && n > 4 && (name.compare(n - 4, 4, L".dwg") == 0 || name.compare(n - 4, 4, L".DWG") == 0))
+      found = kelhost::app::FindSupportFile(name.substr(0, n - 4) + L".dxf");
+    if (!found || found->size() >= nBufLen) return RTERROR;
+    std::wmemcpy(result, found->c_str(), found->size() + 1);
+    return RTNORM;
+  } catch (...) {
+    return RTERROR;
+  }
+}

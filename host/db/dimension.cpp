@@ -10,6 +10,7 @@
 #include "db/curve_geometry.h"
 #include "db/database_state.h"
 #include "db/explode_copy.h"
+#include "db/dimension_overrides.h"
 #include "db/dimension_picture.h"
 #include "db/dimension_text.h"
 #include "db/rx_define.h"
@@ -59,6 +60,32 @@ Acad::ErrorStatus AcDbDimension::useDefaultTextPosition() {
 }
 
 void AcDbDimension::placeText(const AcGePoint3d& position) { mTextPosition = position; }
+
+double AcDbDimension::dimtxt() const {
+  if (auto own = kelhost::db::DimOverrideReal(this, 140)) return *own;
+  auto* style = kelhost::db::PeekAs<AcDbDimStyleTableRecord>(dimensionStyle());
+  return style ? style->dimtxt() : AcDbDimStyleTableRecord().dimtxt();
+}
+
+Acad::ErrorStatus AcDbDimension::setDimtxt(double height) {
+  if (!std::isfinite(height) || height < 0) return Acad::eInvalidInput;
+  const Acad::ErrorStatus es = kelhost::db::SetDimOverrideReal(this, 140, height);
+  if (es == Acad::eOk) changed();
+  return es;
+}
+
+AcDbObjectId AcDbDimension::dimtxsty() const {
+  if (auto own = kelhost::db::DimOverrideRecord(this, 340)) return *own;
+  auto* style = kelhost::db::PeekAs<AcDbDimStyleTableRecord>(dimensionStyle());
+  return style ? style->dimtxsty() : AcDbObjectId::kNull;
+}
+
+Acad::ErrorStatus AcDbDimension::setDimtxsty(AcDbObjectId style) {
+  if (!style.isNull() && !kelhost::db::PeekAs<AcDbTextStyleTableRecord>(style)) return Acad::eInvalidInput;
+  const Acad::ErrorStatus es = kelhost::db::SetDimOverrideRecord(this, 340, style);
+  if (es == Acad::eOk) changed();
+  return es;
+}
 
 Acad::ErrorStatus AcDbDimension::setNormal(const AcGeVector3d& normal) {
   if (!kelhost::db::Finite(normal)) return Acad::eInvalidInput;
@@ -135,7 +162,7 @@ AcGeMatrix3d AcDbDimension::dimBlockTransform() const {
 Acad::ErrorStatus AcDbDimension::formatMeasurement(ACHAR*& text, double measurement) const {
   text = nullptr;
   if (!std::isfinite(measurement)) return Acad::eInvalidInput;
-  kelhost::db::DimPicture styleOf(DatabaseOf(this), dimensionStyle(), mNormal);
+  kelhost::db::DimPicture styleOf(DatabaseOf(this), dimensionStyle(), mNormal, this);
   const std::wstring shown =
       kelhost::db::DimensionTextWith(mText, kelhost::db::FormatLinearMeasurement(measurement, styleOf.style()));
   return acutNewString(shown.c_str(), text) == RTNORM ? Acad::eOk : Acad::eOutOfMemory;
@@ -257,7 +284,7 @@ Acad::ErrorStatus AcDbDimension::recomputeDimBlock(bool forceUpdate) {
   AcDbDatabase* db = database();
   if (!db) return Acad::eNotInDatabase;
   if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
-  kelhost::db::DimPicture picture(db, dimensionStyle(), mNormal);
+  kelhost::db::DimPicture picture(db, dimensionStyle(), mNormal, this);
   drawPicture(picture);
   std::vector<std::unique_ptr<AcDbEntity>> parts = picture.take();
 

@@ -2,6 +2,7 @@
 
 #include "arx/dbdatabase.h"
 #include "arx/dbmtext.h"
+#include "db/dimension_overrides.h"
 #include "db/stub.h"
 
 namespace kelhost::db {
@@ -31,8 +32,12 @@ AcDbObjectId DefpointsLayer(AcDbDatabase* db) {
   return id;
 }
 
-DimPicture::DimPicture(AcDbDatabase* db, AcDbObjectId style, const AcGeVector3d& normal)
+DimPicture::DimPicture(AcDbDatabase* db, AcDbObjectId style, const AcGeVector3d& normal, const AcDbObject* dimension)
     : mDb(db), mNormal(normal.normal()), mStyle(PeekAs<AcDbDimStyleTableRecord>(style)) {
+  if (dimension) {
+    mOwnTextHeight = DimOverrideReal(dimension, 140);
+    mOwnTextStyle = DimOverrideRecord(dimension, 340);
+  }
   if (!mStyle) {
     mDefaults = std::make_unique<AcDbDimStyleTableRecord>();
     mStyle = mDefaults.get();
@@ -80,7 +85,8 @@ void DimPicture::text(const AcGePoint3d& middle, double angle, const std::wstrin
   text->setRotation(angle);
   text->setAttachment(AcDbMText::kMiddleCenter);
   if (textHeight() > 0) text->setTextHeight(textHeight());
-  const AcDbObjectId style = mStyle->dimtxsty().isNull() ? mDb->textstyle() : mStyle->dimtxsty();
+  const AcDbObjectId chosen = mOwnTextStyle ? *mOwnTextStyle : mStyle->dimtxsty();
+  const AcDbObjectId style = chosen.isNull() ? mDb->textstyle() : chosen;
   if (PeekAs<AcDbTextStyleTableRecord>(style)) text->setTextStyle(style);
   text->setContents(contents.c_str());
   add(text, kTextColor, 0);

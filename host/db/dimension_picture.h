@@ -9,6 +9,7 @@
 
 #include <cmath>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,7 +20,10 @@ namespace kelhost::db {
 class DimPicture {
  public:
   // The style may be null (a new drawing's Standard values are used).
-  DimPicture(AcDbDatabase* db, AcDbObjectId style, const AcGeVector3d& normal);
+  // With a dimension, its own text height and text style count over the
+  // style's.
+  DimPicture(AcDbDatabase* db, AcDbObjectId style, const AcGeVector3d& normal,
+             const AcDbObject* dimension = nullptr);
   DimPicture(const DimPicture&) = delete;
   DimPicture& operator=(const DimPicture&) = delete;
 
@@ -30,7 +34,7 @@ class DimPicture {
   double arrowSize() const { return mStyle->dimasz() * mScale; }
   double extensionOffset() const { return mStyle->dimexo() * mScale; }
   double extensionBeyond() const { return mStyle->dimexe() * mScale; }
-  double textHeight() const { return mStyle->dimtxt() * mScale; }
+  double textHeight() const { return (mOwnTextHeight ? *mOwnTextHeight : mStyle->dimtxt()) * mScale; }
   double textGap() const { return std::abs(mStyle->dimgap()) * mScale; }
 
   void dimensionLine(const AcGePoint3d& from, const AcGePoint3d& to);
@@ -51,6 +55,8 @@ class DimPicture {
   AcGeVector3d mNormal;
   const AcDbDimStyleTableRecord* mStyle;
   std::unique_ptr<AcDbDimStyleTableRecord> mDefaults;
+  std::optional<double> mOwnTextHeight;
+  std::optional<AcDbObjectId> mOwnTextStyle;
   double mScale = 1.0;
   AcDbObjectId mDefpoints;
   std::vector<std::unique_ptr<AcDbEntity>> mEntities;

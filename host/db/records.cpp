@@ -42,11 +42,33 @@ Acad::ErrorStatus AcDbSymbolTableRecord::getName(const ACHAR*& name) const {
   return Acad::eOk;
 }
 
+namespace {
+// Records of a drawing that keep their names: the linetypes ByBlock,
+// ByLayer and Continuous, layer 0, the text and dimension styles
+// Standard, the model and paper space blocks, and every registered
+// application.
+bool KeepsItsName(const AcDbSymbolTableRecord* record, const std::wstring& name) {
+  const std::wstring upper = kelhost::ToUpper(name);
+  auto is = [&upper](const wchar_t* fixed) { return upper == kelhost::ToUpper(fixed); };
+  if (AcDbRegAppTableRecord::cast(record)) return true;
+  if (AcDbLinetypeTableRecord::cast(record)) return is(L"ByBlock") || is(L"ByLayer") || is(L"Continuous");
+  if (AcDbLayerTableRecord::cast(record)) return is(L"0");
+  if (AcDbTextStyleTableRecord::cast(record) || AcDbDimStyleTableRecord::cast(record)) return is(L"Standard");
+  if (AcDbBlockTableRecord::cast(record)) return is(ACDB_MODEL_SPACE) || is(ACDB_PAPER_SPACE);
+  return false;
+}
+}  // namespace
+
 Acad::ErrorStatus AcDbSymbolTableRecord::setName(const ACHAR* name) {
   if (!writable()) return Acad::eNotOpenForWrite;
   if (!name || !*name) return Acad::eInvalidInput;
+  // The names a drawing file may hold: valid symbol names, or an anonymous
+  // name of a '*' and a valid one.
+  if (acdbSNValid(name, 0) != RTNORM && !(name[0] == L'*' && name[1] && acdbSNValid(name + 1, 0) == RTNORM))
+    return Acad::eInvalidInput;
   auto* table = kelhost::db::PeekAs<AcDbSymbolTable>(ownerId());
   if (table && isDatabaseResident()) {
+    if (kelhost::ToUpper(mName) != kelhost::ToUpper(name) && KeepsItsName(this, mName)) return Acad::eIllegalReplacement;
     AcDbObjectId other;
     if (table->getAt(name, other) == Acad::eOk && other != objectId()) return Acad::eDuplicateRecordName;
     table->renamed(mName, name, objectId());
@@ -195,6 +217,14 @@ Acad::ErrorStatus AcDbLayerTableRecord::setIsPlottable(bool plot) { KELHOST_SET(
 Acad::ErrorStatus AcDbLayerTableRecord::setColorIndex(Adesk::Int16 index) {
   if (index < 1 || index > 255) return Acad::eOutOfRange;
   KELHOST_SET(mColorIndex, index);
+}
+AcCmColor AcDbLayerTableRecord::color() const {
+  AcCmColor c;
+  c.setColorIndex(static_cast<Adesk::UInt16>(mColorIndex));
+  return c;
+}
+void AcDbLayerTableRecord::setColor(const AcCmColor& color) {
+  if (color.isByACI()) setColorIndex(static_cast<Adesk::Int16>(color.colorIndex()));
 }
 Acad::ErrorStatus AcDbLayerTableRecord::setLinetypeObjectId(AcDbObjectId id) {
   if (!kelhost::db::PeekAs<AcDbLinetypeTableRecord>(id)) return Acad::eInvalidInput;

@@ -1,5 +1,6 @@
 // Symbol tables: records by name (without regard to case) in the order
 // added, and their iterators.
+#include "arx/dbdatabase.h"
 #include "arx/dbsymtb.h"
 #include "db/database_state.h"
 #include "db/object_copier.h"
@@ -76,6 +77,9 @@ Acad::ErrorStatus AcDbSymbolTable::add(AcDbObjectId& id, AcDbSymbolTableRecord* 
   if (!record->isKindOf(recordClass()) || record->mName.empty()) return Acad::eInvalidInput;
   auto it = mByName.find(kelhost::ToUpper(record->mName));
   if (it != mByName.end() && !it->second.isErased()) return Acad::eDuplicateRecordName;
+  // A new layer draws Continuous until it is given a linetype.
+  if (auto* layer = AcDbLayerTableRecord::cast(record); layer && layer->linetypeObjectId().isNull())
+    layer->setLinetypeObjectId(database()->continuousLinetype());
   // A clone of another drawing's record brings what it names.
   Acad::ErrorStatus es = kelhost::db::AdoptForeignClone(record, database());
   if (es != Acad::eOk) return es;

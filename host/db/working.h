@@ -11,4 +11,7 @@ void NewDocumentDatabase();
 // The document's own drawing (made on first use), whichever database is
 // the working one.
 AcDbDatabase* DocumentDrawing();
+// The platform's state with no document open: while on, the working
+// database is null unless code made a database the working one.
+void SetZeroDocumentState(bool on);
 }  // namespace kelhost::db

@@ -6,6 +6,7 @@
 
 namespace {
 AcDbDatabase* gOverride = nullptr;
+bool gZeroDocument = false;
 
 // Made on first use and kept for the life of the process (reachable, so
 // no destruction order to worry about at exit).
@@ -17,6 +18,7 @@ AcDbDatabase*& DocumentDatabase() {
 
 AcDbDatabase* AcDbHostApplicationServices::workingDatabase() const {
   if (gOverride) return gOverride;
+  if (gZeroDocument) return nullptr;
   return kelhost::db::DocumentDrawing();
 }
 
@@ -36,6 +38,8 @@ AcDbDatabase* DocumentDrawing() {
   if (!db) db = new AcDbDatabase(true, false);
   return db;
 }
+
+void SetZeroDocumentState(bool on) { gZeroDocument = on; }
 
 void NewDocumentDatabase() {
   AcDbDatabase*& db = DocumentDatabase();

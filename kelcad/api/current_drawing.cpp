@@ -18,6 +18,8 @@ AcDbDatabase* DrawingInUse() {
   return gCurrentDrawing != nullptr ? gCurrentDrawing : acdbHostApplicationServices()->workingDatabase();
 }
 
+AcDbDatabase* GetCurDWGPtr() { return DrawingInUse(); }
+
 void ForgetCurrentDrawing() { gCurrentDrawing = nullptr; }
 
 }  // namespace KEL

@@ -9,5 +9,8 @@ namespace KEL {
 // Keeps db (the working database when db is null) as the current drawing;
 // true when the kept pointer is not null.
 bool SetCurDWGPtr(AcDbDatabase* db);
+// The current drawing, or the working database while none is kept; null
+// when there is neither.
+AcDbDatabase* GetCurDWGPtr();
 
 }  // namespace KEL

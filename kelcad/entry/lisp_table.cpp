@@ -5,6 +5,7 @@
 #include "kelcad/entry/lisp_handlers.h"
 #include "kelcad/entry/not_available.h"
 #include "kelcad/lisp/cadvar_handlers.h"
+#include "kelcad/lisp/entity_handlers.h"
 #include "kelcad/lisp/file_handlers.h"
 #include "kelcad/lisp/geometry_handlers.h"
 #include "kelcad/lisp/ini_handlers.h"
@@ -25,33 +26,33 @@ constexpr LispHandler kNotBuilt = LispNotAvailable;
 const LispFunctionRow kTable[kLispFunctionCount] = {
     {L"kel_findfile", KEL_FindFile, 0},          // 1
     {L"kel_delfile", KEL_DelFile, 0},            // 2
-    {L"kel_entmakeline", kNotBuilt, 0},          // 3
+    {L"kel_entmakeline", KEL_EntMakeLine, 0},    // 3
     {L"kel_help", KEL_Help, 0},                  // 4
     {L"kel_ptpmdist", kNotBuilt, 0},             // 5
     {L"kel_lst2str", kNotBuilt, 0},              // 6
     {L"kel_ssredraw", kNotBuilt, 0},             // 7
     {L"kel_ptbarea", kNotBuilt, 0},              // 8
     {L"kel_str2lst", kNotBuilt, 0},              // 9
-    {L"kel_entmakepoint", kNotBuilt, 0},         // 10
+    {L"kel_entmakepoint", KEL_EntMakePoint, 0},  // 10
     {L"kel_selsingleent", kNotBuilt, 0},         // 11
     {L"kel_isptinrgn", kNotBuilt, 0},            // 12
-    {L"kel_entmakenut", kNotBuilt, 0},           // 13
+    {L"kel_entmakenut", KEL_EntMakeNut, 0},      // 13
     {L"kel_linepmint", kNotBuilt, 0},            // 14
     {L"kel_mcs2wcs", kNotBuilt, 0},              // 15
     {L"kel_getckddw", kNotBuilt, 0},             // 16
     {L"kel_kzsjxz", KEL_KZSJXZ, 0},              // 17
-    {L"kel_entmakecircle", kNotBuilt, 0},        // 18
+    {L"kel_entmakecircle", KEL_EntMakeCircle, 0}, // 18
     {L"kel_lineplineint", KEL_LinePLineInt, 0},  // 19
     {L"kel_clearundo", KEL_ClearUNDO, 0},        // 20
     {L"kel_waiting", KEL_Waiting, 0},            // 21
-    {L"kel_entmaketext", kNotBuilt, 0},          // 22
+    {L"kel_entmaketext", KEL_EntMakeText, 0},    // 22
     {L"kel_set0", KEL_Set0, 0},                  // 23
     {L"kel_set1", KEL_Set1, 0},                  // 24
     {L"kel_atomsort", kNotBuilt, 0},             // 25
     {L"kel_sortpte", kNotBuilt, 0},              // 26
     {L"kel_getscreenlbrt", kNotBuilt, 0},        // 27
     {L"kel_isptinview", kNotBuilt, 0},           // 28
-    {L"kel_entmakearc", kNotBuilt, 0},           // 29
+    {L"kel_entmakearc", KEL_EntMakeArc, 0},      // 29
     {L"kel_qq10xx", KEL_QQ10XX, 0},              // 30
     {L"kel_sv", KEL_SV, 0},                      // 31
     {L"kel_rv", KEL_RV, 0},                      // 32
@@ -98,7 +99,7 @@ const LispFunctionRow kTable[kLispFunctionCount] = {
     {L"if_lx", kNotBuilt, 0},                    // 73
     {L"appft", kNotBuilt, 0},                    // 74
     {L"pt_d_px", kNotBuilt, 0},                  // 75
-    {L"mkins", kNotBuilt, 0},                    // 76 (same handler as 89)
+    {L"mkins", MkIns, 0},                        // 76 (same handler as 89)
     {L"pxft", kNotBuilt, 0},                     // 77
     {L"mklinx", kNotBuilt, 0},                   // 78
     {L"sm", kNotBuilt, 0},                       // 79
@@ -109,9 +110,9 @@ const LispFunctionRow kTable[kLispFunctionCount] = {
     {L"getmid", kNotBuilt, 0},                   // 84
     {L"z_p", kNotBuilt, 0},                      // 85
     {L"beep", kNotBuilt, 0},                     // 86
-    {L"kel_entmakepline", kNotBuilt, 0},         // 87
-    {L"kel_mktop", kNotBuilt, 0},                // 88
-    {L"kel_mkins", kNotBuilt, 0},                // 89 (same handler as 76)
+    {L"kel_entmakepline", KEL_EntMakePLine, 0},  // 87
+    {L"kel_mktop", KEL_MkTop, 0},                // 88
+    {L"kel_mkins", MkIns, 0},                    // 89 (same handler as 76)
     {L"kel_softinfo", KEL_SoftInfo, 0},          // 90
     {L"kel_getsoftpath", KEL_GetInstallDir, 0},  // 91 (same handler as 103)
     {L"kel_getsoftuserpath", KEL_GetSoftUserPath, 0}, // 92

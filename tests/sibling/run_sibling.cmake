@@ -23,9 +23,10 @@ run(${WORK}/prefix/bin/kelcad --arx ${WORK}/build/KELSIB.arx
     --eval "(kelsib_check '(1 2 3) '(1 2 7))"
     --eval "(kelsib_area '(0 0 0) '(10 0 0) '(10 10 0) '(0 10 0))"
     --eval "(kelsib_vars)"
+    --eval "(kelsib_draw)"
     --eval "(kelsib_oxdata (entmakex '((0 . \"POINT\") (10 1.0 2.0 0.0))))"
     --eval "(kelsib_arc)")
-set(expected "(3 T)\n100.0\n(4133 0 1)\n(\"sibling\" 1 42)\n(1.5708 T 2)\n")
+set(expected "(3 T)\n100.0\n(4133 0 1)\n(0 1 3 5 1 1 1 1 1 1 1 1 1 1 30)\n(\"sibling\" 1 42)\n(1.5708 T 2)\n")
 if(NOT LAST_OUTPUT STREQUAL expected)
   message(FATAL_ERROR "sibling answered [${LAST_OUTPUT}], expected [${expected}]")
 endif()

@@ -42,6 +42,12 @@ resbuf* acedArxLoaded();
 int acedArxLoad(const ACHAR* app);
 int acedArxUnload(const ACHAR* app);
 
+// Looks for a file as the platform looks for support files: as named,
+// then (a bare name) in each directory of the support file search path
+// (ACAD). The path found goes into result, which holds nBufLen characters:
+// RTNORM; RTERROR when it is not found or does not fit.
+int acedFindFile(const ACHAR* fname, ACHAR* result, size_t nBufLen);
+
 int acedAlert(const ACHAR* str);
 int acedPrompt(const ACHAR* str);
 // Brings the display up to date (the graphics queue is flushed). The

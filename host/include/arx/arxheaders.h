@@ -30,6 +30,8 @@
 #include "dblayout.h"
 #include "dbxrecrd.h"
 #include "dbgroup.h"
+#include "dbcolor.h"
+#include "dbxutil.h"
 #include "acgi.h"
 #include "dbjig.h"
 #include "aced_editor.h"

@@ -46,6 +46,15 @@ class AcDbDimension : public AcDbEntity {
   double horizontalRotation() const { return mHorizontalRotation; }
   Acad::ErrorStatus setHorizontalRotation(double angle);
 
+  // Style variables of the dimension's own (overrides of its style, kept
+  // in its xdata of "ACAD"): the text height DIMTXT and the text style
+  // DIMTXSTY. The getters give the style's value when the dimension has
+  // none of its own; a null text style means the drawing's current one.
+  double dimtxt() const;
+  Acad::ErrorStatus setDimtxt(double height);
+  AcDbObjectId dimtxsty() const;
+  Acad::ErrorStatus setDimtxsty(AcDbObjectId style);
+
   // The block that draws the dimension, and where it is placed.
   AcDbObjectId dimBlockId() const { return mBlock; }
   Acad::ErrorStatus setDimBlockId(AcDbObjectId block);

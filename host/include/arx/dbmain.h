@@ -149,6 +149,20 @@ class AcDbObject : public AcGiDrawable {
   resbuf* mXData = nullptr;  // 1001 app, its groups, next app...
 };
 
+// A path to a subentity (a face, edge or vertex of an entity nested in
+// blocks). The entities the host draws have no subentities: the default
+// path, the entity as a whole, is the one that counts.
+class AcDbFullSubentPath {
+ public:
+  AcDbFullSubentPath() = default;
+  explicit AcDbFullSubentPath(const AcDbObjectIdArray& objectIds) : mObjectIds(objectIds) {}
+  const AcDbObjectIdArray& objectIds() const { return mObjectIds; }
+
+ private:
+  AcDbObjectIdArray mObjectIds;
+};
+extern const AcDbFullSubentPath kNullSubent;
+
 class AcDbEntity : public AcDbObject {
  public:
   ACRX_DECLARE_MEMBERS(AcDbEntity);
@@ -177,6 +191,13 @@ class AcDbEntity : public AcDbObject {
   // Layer, colour, linetype and scale from the database's current values.
   void setDatabaseDefaults();
   void setDatabaseDefaults(AcDbDatabase* db);
+  // Shows the entity highlighted, or normally again, in every view (the
+  // headless host keeps the state: kelhost::IsHighlighted). The entity
+  // must be in a database (eNotInDatabase); open for read is enough.
+  virtual Acad::ErrorStatus highlight(const AcDbFullSubentPath& subId = kNullSubent,
+                                      const Adesk::Boolean highlightAll = false) const;
+  virtual Acad::ErrorStatus unhighlight(const AcDbFullSubentPath& subId = kNullSubent,
+                                        const Adesk::Boolean highlightAll = false) const;
   // Copies layer, colour, linetype, scale, lineweight and visibility.
   Acad::ErrorStatus setPropertiesFrom(const AcDbEntity* from, bool doSubents = true);
 

@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "dbcolor.h"
 #include "dbmain.h"
 
 class AcDbSymbolTableRecord;
@@ -72,7 +73,11 @@ class AcDbSymbolTableRecord : public AcDbObject {
   Acad::ErrorStatus getName(const ACHAR*& name) const;
   const ACHAR* getName() const { return mName.c_str(); }
   // eDuplicateRecordName when another record of the table has it;
-  // eInvalidInput for an empty name.
+  // eInvalidInput for an empty name or one that is no valid symbol name
+  // (acdbSNValid; '*' may begin an anonymous one); eIllegalReplacement for a record of
+  // a drawing that keeps its name (the linetypes ByBlock, ByLayer and
+  // Continuous, layer 0, the styles Standard, the model and paper space
+  // blocks, registered applications).
   Acad::ErrorStatus setName(const ACHAR* name);
   bool isDependent() const { return (mFlags & 16) != 0; }
   bool isResolved() const { return (mFlags & 32) != 0; }
@@ -215,6 +220,10 @@ class AcDbLayerTableRecord : public AcDbSymbolTableRecord {
   // Colour index 1-255 (the sign of the DXF group says off/on).
   Adesk::Int16 colorIndex() const { return mColorIndex; }
   Acad::ErrorStatus setColorIndex(Adesk::Int16 index);
+  // The colour as an AcCmColor (always an index colour). setColor takes
+  // an index colour; by layer and by block leave the record as it is.
+  AcCmColor color() const;
+  void setColor(const AcCmColor& color);
   AcDbObjectId linetypeObjectId() const { return mLinetype; }
   Acad::ErrorStatus setLinetypeObjectId(AcDbObjectId id);
   AcDb::LineWeight lineWeight() const { return static_cast<AcDb::LineWeight>(mLineWeight); }

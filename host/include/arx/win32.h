@@ -29,12 +29,19 @@ typedef void* HMODULE;
 typedef void* HINSTANCE;
 typedef struct HKEY__* HKEY;
 typedef DWORD REGSAM;
+// A colour as Windows gives it: red in the low byte, then green, then blue.
+typedef DWORD COLORREF;
 
 #ifndef TRUE
 #define TRUE 1
 #define FALSE 0
 #endif
 #define MAX_PATH 260
+#define RGB(r, g, b) \
+  ((COLORREF)(((BYTE)(r)) | ((WORD)((BYTE)(g)) << 8) | (((DWORD)(BYTE)(b)) << 16)))
+#define GetRValue(rgb) ((BYTE)(rgb))
+#define GetGValue(rgb) ((BYTE)(((WORD)(rgb)) >> 8))
+#define GetBValue(rgb) ((BYTE)((rgb) >> 16))
 #define WINAPI
 #define APIENTRY
 

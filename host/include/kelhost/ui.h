@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "arx/dbid.h"
+
 namespace kelhost {
 struct ShownMessageBox {
   std::wstring text;
@@ -33,6 +35,10 @@ struct WindowCall {
 };
 const std::vector<WindowCall>& WindowCalls();
 void ClearWindowCalls();
+
+// Whether the entity is shown highlighted (AcDbEntity::highlight,
+// acedRedraw mode 3; unhighlight and mode 4 end it).
+bool IsHighlighted(AcDbObjectId id);
 
 // How often the display was brought up to date (acedUpdateDisplay).
 int DisplayUpdateCount();

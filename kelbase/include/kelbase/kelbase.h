@@ -1,6 +1,7 @@
 // The family base library: everything it offers the module.
 #pragma once
 
+#include "kelbase/colors.h"
 #include "kelbase/debug.h"
 #include "kelbase/directories.h"
 #include "kelbase/files.h"

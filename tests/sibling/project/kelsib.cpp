@@ -1,6 +1,6 @@
 // A sibling module of the family: it links KELCAD's exported library and
-// offers one AutoLISP function that uses it.
-#include "kelcad/kelcad.h"
+// offers AutoLISP functions that use it.
+#include "kelsib.h"
 
 namespace {
 
@@ -88,6 +88,7 @@ extern "C" __attribute__((visibility("default"))) AcRx::AppRetCode acrxEntryPoin
       acedDefun(L"kelsib_vars", 3);
       acedDefun(L"kelsib_oxdata", 4);
       acedDefun(L"kelsib_arc", 5);
+      acedDefun(L"kelsib_draw", 6);
       break;
     case AcRx::kUnloadDwgMsg:
       acedUndef(L"kelsib_check", 1);
@@ -95,6 +96,7 @@ extern "C" __attribute__((visibility("default"))) AcRx::AppRetCode acrxEntryPoin
       acedUndef(L"kelsib_vars", 3);
       acedUndef(L"kelsib_oxdata", 4);
       acedUndef(L"kelsib_arc", 5);
+      acedUndef(L"kelsib_draw", 6);
       break;
     case AcRx::kInvkSubrMsg:
       if (acedGetFunCode() == 1) Check();
@@ -102,6 +104,7 @@ extern "C" __attribute__((visibility("default"))) AcRx::AppRetCode acrxEntryPoin
       if (acedGetFunCode() == 3) Vars();
       if (acedGetFunCode() == 4) OxDataValues();
       if (acedGetFunCode() == 5) Arc();
+      if (acedGetFunCode() == 6) kelsib::Draw();
       break;
     default:
       break;
