@@ -281,7 +281,7 @@ const ResolvedGlyph& StyleFonts::resolve(char32_t c) {
 }
 
 ResolvedGlyph StyleFonts::lookUp(char32_t c) {
-  auto from = [c](Font* font, char32_t code) {
+  auto from = [](Font* font, char32_t code) {
     ResolvedGlyph r;
     if (font && (r.metrics = font->glyph(code)) != nullptr) {
       r.font = font;

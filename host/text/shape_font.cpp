@@ -370,7 +370,7 @@ bool ShapeFont::draw(unsigned number, Pen& pen, int depth) const {
           }
           break;
         case 7: {
-          unsigned n = 0, hi, lo;
+          unsigned n = 0, hi = 0, lo = 0;
           if (mLayout == Layout::kShapes) {
             ok = next(n);
           } else if (mLayout == Layout::kUnifont) {
