@@ -59,15 +59,15 @@ class Reader {
   size_t mPos;
 };
 
-// A shape's definition block: its name, a null, then the specification.
-void SplitNamed(const std::string& block, std::string& name, std::string& spec) {
+// A shape's definition block: its name, a null, then its drawing bytes.
+void SplitNamed(const std::string& block, std::string& name, std::string& definition) {
   const size_t nul = block.find('\0');
   if (nul == std::string::npos) {
     name.clear();
-    spec = block;
+    definition = block;
   } else {
     name = block.substr(0, nul);
-    spec = block.substr(nul + 1);
+    definition = block.substr(nul + 1);
   }
 }
 
@@ -205,7 +205,7 @@ std::unique_ptr<ShapeFont> ShapeFont::Parse(const std::string& path, const std::
 
   std::unique_ptr<ShapeFont> font(new ShapeFont(path, layout));
   Reader r(bytes, eol + 3);
-  std::string block, name, spec;
+  std::string block, name, definition;
   bool haveInfo = false;
   auto takeInfo = [&](const std::string& infoSpec) {
     // above, below, modes (a big font may give its height second).
@@ -225,26 +225,26 @@ std::unique_ptr<ShapeFont> ShapeFont::Parse(const std::string& path, const std::
       if (!r.u16(e.first) || !r.u16(e.second)) return fail("is cut short");
     for (const auto& e : index) {
       if (!r.block(e.second, block)) return fail("is cut short");
-      SplitNamed(block, name, spec);
+      SplitNamed(block, name, definition);
       if (e.first == 0) {
         font->mName = name;
-        if (!takeInfo(spec)) return fail("has a font description without a height");
+        if (!takeInfo(definition)) return fail("has a font description without a height");
       } else {
-        font->mShapes[e.first] = spec;
+        font->mShapes[e.first] = definition;
       }
     }
   } else if (layout == Layout::kUnifont) {
     unsigned long count;
     unsigned infoLength;
     if (!r.u32(count) || !r.u16(infoLength) || !r.block(infoLength, block)) return fail("is cut short");
-    SplitNamed(block, name, spec);
+    SplitNamed(block, name, definition);
     font->mName = name;
-    if (!takeInfo(spec)) return fail("has a font description without a height");
+    if (!takeInfo(definition)) return fail("has a font description without a height");
     for (unsigned long i = 1; i < count; ++i) {
       unsigned number, length;
       if (!r.u16(number) || !r.u16(length) || !r.block(length, block)) return fail("is cut short");
-      SplitNamed(block, name, spec);
-      font->mShapes[number] = spec;
+      SplitNamed(block, name, definition);
+      font->mShapes[number] = definition;
     }
   } else {
     unsigned count, unused, ranges;
@@ -259,12 +259,12 @@ std::unique_ptr<ShapeFont> ShapeFont::Parse(const std::string& path, const std::
       if (!r.u16(number) || !r.u16(length) || !r.u32(offset)) return fail("is cut short");
       if (length == 0) continue;  // an unused slot
       if (offset > bytes.size() || length > bytes.size() - offset) return fail("has a shape outside the file");
-      SplitNamed(bytes.substr(offset, length), name, spec);
+      SplitNamed(bytes.substr(offset, length), name, definition);
       if (number == 0) {
         font->mName = name;
-        if (!takeInfo(spec)) return fail("has a font description without a height");
+        if (!takeInfo(definition)) return fail("has a font description without a height");
       } else {
-        font->mShapes[number] = spec;
+        font->mShapes[number] = definition;
       }
     }
     const std::string lower = LowerAscii(path);
@@ -305,7 +305,7 @@ unsigned ShapeFont::shapeNumberOf(char32_t c) const {
   return 0;
 }
 
-// Runs one shape's specification; false for a malformed one.
+// Runs one shape's drawing bytes; false for a malformed one.
 bool ShapeFont::draw(unsigned number, Pen& pen, int depth) const {
   if (depth > kMaxSubshapeDepth) {
     pen.tooDeep = true;

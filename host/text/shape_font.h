@@ -51,7 +51,7 @@ class ShapeFont : public Font {
   std::string mName;
   int mAbove = 0, mBelow = 0;
   std::string mCodePage;
-  std::unordered_map<unsigned, std::string> mShapes;  // number -> specification bytes
+  std::unordered_map<unsigned, std::string> mShapes;  // number -> drawing bytes
 };
 
 }  // namespace kelhost::text
