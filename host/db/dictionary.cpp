@@ -10,21 +10,16 @@
 #include "db/rx_define.h"
 #include "dxf/access.h"
 #include "dxf/group_filer.h"
-#include "kelhost/text.h"
 
 using kelhost::dxf::Presence;
 
 KELHOST_RX_DEFINE(AcDbDictionary, AcDbObject, L"DICTIONARY")
 
-namespace {
-std::wstring Key(const ACHAR* name) { return kelhost::ToUpper(name ? name : L""); }
-}  // namespace
-
 Acad::ErrorStatus AcDbDictionary::getAt(const ACHAR* entryName, AcDbObjectId& entryId) const {
   entryId.setNull();
-  auto it = mEntries.find(Key(entryName));
-  if (it == mEntries.end() || it->second.second.isErased()) return Acad::eKeyNotFound;
-  entryId = it->second.second;
+  const Entry* entry = mEntries.find(entryName);
+  if (entry == nullptr || entry->second.isErased()) return Acad::eKeyNotFound;
+  entryId = entry->second;
   return Acad::eOk;
 }
 
@@ -37,12 +32,12 @@ Acad::ErrorStatus AcDbDictionary::getAt(const ACHAR* entryName, AcDbObject*& ent
 
 Acad::ErrorStatus AcDbDictionary::nameAt(AcDbObjectId objId, ACHAR*& name) const {
   name = nullptr;
-  for (const auto& e : mEntries) {
-    if (e.second.second != objId) continue;
-    size_t n = e.second.first.size() + 1;
+  for (const Entries::Item* e : mEntries.ordered()) {
+    if (e->entry.second != objId) continue;
+    size_t n = e->entry.first.size() + 1;
     name = static_cast<ACHAR*>(std::malloc(n * sizeof(ACHAR)));
     if (!name) return Acad::eOutOfMemory;
-    std::wmemcpy(name, e.second.first.c_str(), n);
+    std::wmemcpy(name, e->entry.first.c_str(), n);
     return Acad::eOk;
   }
   return Acad::eKeyNotFound;
@@ -54,8 +49,8 @@ bool AcDbDictionary::has(const ACHAR* entryName) const {
 }
 
 bool AcDbDictionary::has(AcDbObjectId objId) const {
-  for (const auto& e : mEntries)
-    if (e.second.second == objId) return !objId.isErased();
+  for (const Entries::Item& e : mEntries.unordered())
+    if (e.entry.second == objId) return !objId.isErased();
   return false;
 }
 
@@ -77,7 +72,7 @@ Acad::ErrorStatus AcDbDictionary::setAt(const ACHAR* srchKey, AcDbObject* newVal
     if (es != Acad::eOk) return es;
   }
   kelhost::dxf::Access::setOwner(newValue, objectId());
-  auto& slot = mEntries[Key(srchKey)];
+  Entry& slot = mEntries.slot(srchKey);
   AcDbObjectId old = slot.second;
   slot = {srchKey, retObjId};
   if (!old.isNull() && old != retObjId && mHardOwner) {
@@ -100,19 +95,19 @@ Acad::ErrorStatus AcDbDictionary::remove(const ACHAR* key) {
 Acad::ErrorStatus AcDbDictionary::remove(const ACHAR* key, AcDbObjectId& returnId) {
   returnId.setNull();
   if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
-  auto it = mEntries.find(Key(key));
-  if (it == mEntries.end()) return Acad::eKeyNotFound;
-  returnId = it->second.second;
-  mEntries.erase(it);
+  const Entry* entry = mEntries.find(key);
+  if (entry == nullptr) return Acad::eKeyNotFound;
+  returnId = entry->second;
+  mEntries.erase(key);
   if (AcDbObject* entry = kelhost::db::Peek(returnId))
     if (entry->ownerId() == objectId()) kelhost::dxf::Access::setOwner(entry, AcDbObjectId::kNull);
   return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbDictionary::remove(AcDbObjectId objId) {
-  for (const auto& e : mEntries)
-    if (e.second.second == objId) {
-      std::wstring key = e.second.first;
+  for (const Entries::Item* e : mEntries.ordered())
+    if (e->entry.second == objId) {
+      std::wstring key = e->entry.first;
       return remove(key.c_str());
     }
   return Acad::eKeyNotFound;
@@ -121,13 +116,13 @@ Acad::ErrorStatus AcDbDictionary::remove(AcDbObjectId objId) {
 Acad::ErrorStatus AcDbDictionary::setName(const ACHAR* oldName, const ACHAR* newName) {
   if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
   if (!newName || !*newName) return Acad::eInvalidInput;
-  auto it = mEntries.find(Key(oldName));
-  if (it == mEntries.end()) return Acad::eKeyNotFound;
-  const std::wstring newKey = Key(newName);
-  if (newKey != it->first && mEntries.count(newKey)) return Acad::eDuplicateKey;
-  AcDbObjectId id = it->second.second;
-  mEntries.erase(it);
-  mEntries[newKey] = {newName, id};
+  const Entry* entry = mEntries.find(oldName);
+  if (entry == nullptr) return Acad::eKeyNotFound;
+  const Entry* named = mEntries.find(newName);  // the same entry when only the case changes
+  if (named != nullptr && named != entry) return Acad::eDuplicateKey;
+  const AcDbObjectId id = entry->second;
+  mEntries.erase(oldName);
+  mEntries.slot(newName) = {newName, id};
   return Acad::eOk;
 }
 
@@ -141,8 +136,8 @@ void AcDbDictionary::setMergeStyle(AcDb::DuplicateRecordCloning style) {
 
 AcDbDictionaryIterator* AcDbDictionary::newIterator() const {
   std::vector<std::pair<std::wstring, AcDbObjectId>> items;
-  for (const auto& e : mEntries)
-    if (!e.second.second.isErased()) items.push_back(e.second);
+  for (const Entries::Item* e : mEntries.ordered())
+    if (!e->entry.second.isErased()) items.push_back(e->entry);
   return new AcDbDictionaryIterator(std::move(items));
 }
 
@@ -164,13 +159,13 @@ void AcDbDictionary::dxfFields(kelhost::dxf::GroupFiler& f) {
       f.text(3, key, L"", Presence::kRequired);
       f.id(entryCode, id, Presence::kAlways);
       if (id.isNull()) f.id(entryCode == 360 ? 350 : 360, id, Presence::kRequired);
-      if (!key.empty()) mEntries[Key(key.c_str())] = {key, id};
+      if (!key.empty()) mEntries.slot(key.c_str()) = {key, id};
     }
   } else {
-    for (auto& e : mEntries) {
-      if (e.second.second.isErased() && !f.keepsErased()) continue;
-      f.text(3, e.second.first, L"", Presence::kAlways);
-      f.id(entryCode, e.second.second, Presence::kAlways);
+    for (Entries::Item* e : mEntries.ordered()) {
+      if (e->entry.second.isErased() && !f.keepsErased()) continue;
+      f.text(3, e->entry.first, L"", Presence::kAlways);
+      f.id(entryCode, e->entry.second, Presence::kAlways);
     }
   }
   f.endRepeat();

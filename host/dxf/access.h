@@ -25,7 +25,7 @@ class Access {
   // Every entry's object, erased ones too.
   static std::vector<AcDbObjectId> entryIds(const AcDbDictionary* d) {
     std::vector<AcDbObjectId> ids;
-    for (const auto& entry : d->mEntries) ids.push_back(entry.second.second);
+    for (const auto* item : d->mEntries.ordered()) ids.push_back(item->entry.second);
     return ids;
   }
   static void clearEntries(AcDbDictionary* d) { d->mEntries.clear(); }

@@ -1,6 +1,8 @@
 // Walking and making dictionary paths.
 #include "kelcad/oxdata/dictionary_path.h"
 
+#include <cwchar>
+
 namespace KEL {
 namespace DictionaryPath {
 
@@ -10,17 +12,16 @@ bool Names::Read(const wchar_t* path) {
   const size_t length = wcslen(path);
   if (length >= kPathBuffer) return false;
   wmemcpy(mBuffer, path, length + 1);
-  const wchar_t* name = nullptr;
-  for (size_t i = 0; i <= length; ++i) {
-    if (mBuffer[i] != L'\\' && mBuffer[i] != L'\0') {
-      if (name == nullptr) name = mBuffer + i;
-      continue;
-    }
-    mBuffer[i] = L'\0';
-    if (name != nullptr) mNames[mCount++] = name;
-    name = nullptr;
+  wchar_t* name = mBuffer;
+  for (;;) {
+    while (*name == L'\\') ++name;
+    if (*name == L'\0') return true;
+    mNames[mCount++] = name;
+    wchar_t* end = wcschr(name, L'\\');
+    if (end == nullptr) return true;
+    *end = L'\0';
+    name = end + 1;
   }
-  return true;
 }
 
 namespace {

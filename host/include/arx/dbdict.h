@@ -2,7 +2,6 @@
 // are unique without regard to case and iterate in sorted order.
 #pragma once
 
-#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -48,8 +47,48 @@ class AcDbDictionary : public AcDbObject {
 
  private:
   friend class kelhost::dxf::Access;
-  // Upper-case key to (key as given, entry).
-  std::map<std::wstring, std::pair<std::wstring, AcDbObjectId>> mEntries;
+  using Entry = std::pair<std::wstring, AcDbObjectId>;  // (key as given, entry)
+  // Entries by upper-case key, found through a hash index (open
+  // addressing, each slot keeping its key's hash), iterated in key order:
+  // the order is sorted when asked for after a change, so adding to or
+  // looking up in a large dictionary walks no tree of keys.
+  class Entries {
+   public:
+    struct Item {
+      std::wstring key;  // upper case
+      size_t hash;
+      Entry entry;
+    };
+    Entries() = default;
+    Entries(const Entries&) = delete;
+    Entries& operator=(const Entries&) = delete;
+    size_t size() const { return mItems.size(); }
+    // Keys are found without regard to case (a null key is empty).
+    // The entry of the key, null when there is none.
+    Entry* find(const ACHAR* key);
+    const Entry* find(const ACHAR* key) const;
+    // The entry of the key, added empty when missing.
+    Entry& slot(const ACHAR* key);
+    void erase(const ACHAR* key);
+    void clear();
+    // The items in key order, valid until the next change.
+    const std::vector<Item*>& ordered() const;
+    const std::vector<Item>& unordered() const { return mItems; }
+
+   private:
+    struct Slot {
+      size_t hash = 0;  // 0: free
+      size_t item = 0;  // index in mItems
+    };
+    // The slot of the key, or the free slot that ends its probe.
+    size_t probe(const ACHAR* key, size_t hash) const;
+    void grow();
+    std::vector<Item> mItems;
+    std::vector<Slot> mSlots;  // a power of two of them, at most half used
+    mutable std::vector<Item*> mOrder;
+    mutable bool mOrderValid = false;
+  };
+  Entries mEntries;
   short mMergeStyle = AcDb::kDrcIgnore;
   bool mHardOwner = false;
 };

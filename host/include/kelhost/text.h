@@ -21,6 +21,10 @@ std::wstring FromUtf16(const unsigned char* data, size_t byteCount, bool bigEndi
 // Simple (one-to-one) Unicode case mapping, independent of the process
 // locale.
 wchar_t ToUpperChar(wchar_t ch);
+// ToUpperChar with ASCII mapped in line, for loops over names.
+inline wchar_t ToUpperCharInline(wchar_t ch) {
+  return ch < 0x80 ? (ch >= L'a' && ch <= L'z' ? static_cast<wchar_t>(ch - 32) : ch) : ToUpperChar(ch);
+}
 wchar_t ToLowerChar(wchar_t ch);
 std::wstring ToUpper(const std::wstring& text);
 std::wstring ToLower(const std::wstring& text);

@@ -1,5 +1,8 @@
 // Dictionaries, xrecords and groups: the named-object dictionary, the
 // AutoLISP dict* functions, and the classes' own rules.
+#include <cwctype>
+#include <map>
+
 #include "database_fixture.h"
 
 namespace {
@@ -98,6 +101,61 @@ TEST_F(Dictionaries, XrecordDataRulesAndGroups) {
     }
   EXPECT_EQ(members, 1);
   acutRelRb(list);
+}
+
+// Many entries added, removed and renamed (keys in either case) must stay
+// found by any spelling of their key and iterate in key order: the lookup
+// index is checked against an ordered map of what should be there.
+TEST_F(Dictionaries, LargeDictionaryKeepsLookupAndOrderThroughChanges) {
+  AcDbDictionary* nod = nullptr;
+  ASSERT_EQ(db->getNamedObjectsDictionary(nod, AcDb::kForWrite), Acad::eOk);
+  auto* dict = new AcDbDictionary();
+  AcDbObjectId dictId;
+  ASSERT_EQ(nod->setAt(L"KEL_MANY", dict, dictId), Acad::eOk);
+  nod->close();
+  std::map<std::wstring, std::wstring> expected;  // upper-case key to key as given
+  auto upper = [](std::wstring key) {
+    for (wchar_t& c : key) c = static_cast<wchar_t>(std::towupper(c));
+    return key;
+  };
+  for (int i = 0; i < 600; ++i) {
+    const std::wstring key = (i % 2 ? L"key" : L"KEY") + std::to_wstring(i * 7919 % 1000);
+    auto* record = new AcDbXrecord();
+    AcDbObjectId id;
+    ASSERT_EQ(dict->setAt(key.c_str(), record, id), Acad::eOk);
+    record->close();
+    expected[upper(key)] = key;
+  }
+  for (int i = 0; i < 600; i += 3) {
+    const std::wstring key = L"kEy" + std::to_wstring(i * 7919 % 1000);
+    EXPECT_EQ(dict->remove(key.c_str()), Acad::eOk) << key;
+    expected.erase(upper(key));
+  }
+  for (int i = 1; i < 600; i += 9) {  // renamed: to another case, or to a new key
+    const std::wstring from = L"KEY" + std::to_wstring(i * 7919 % 1000);
+    const std::wstring to = i % 2 ? L"Key" + std::to_wstring(i * 7919 % 1000) : L"NEW" + std::to_wstring(i);
+    ASSERT_EQ(dict->setName(from.c_str(), to.c_str()), Acad::eOk) << from;
+    expected.erase(upper(from));
+    expected[upper(to)] = to;
+  }
+  EXPECT_EQ(dict->setName(L"NEW10", L"key919"), Acad::eDuplicateKey);  // renamed to Key919 above
+  EXPECT_EQ(dict->remove(L"KEY0"), Acad::eKeyNotFound);
+
+  EXPECT_EQ(dict->numEntries(), expected.size());
+  for (const auto& entry : expected) {
+    EXPECT_TRUE(dict->has(entry.first.c_str())) << entry.second;
+    std::wstring lower = entry.first;
+    for (wchar_t& c : lower) c = static_cast<wchar_t>(std::towlower(c));
+    EXPECT_TRUE(dict->has(lower.c_str())) << entry.second;
+  }
+  EXPECT_FALSE(dict->has(L"KEY1000"));
+  AcDbDictionaryIterator* it = dict->newIterator();
+  auto want = expected.begin();
+  for (; !it->done() && want != expected.end(); it->next(), ++want) EXPECT_STREQ(it->name(), want->second.c_str());
+  EXPECT_TRUE(it->done());
+  EXPECT_EQ(want, expected.end());
+  delete it;
+  dict->close();
 }
 
 }  // namespace
