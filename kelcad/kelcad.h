@@ -14,6 +14,7 @@
 #include "kelcad/api/current_space.h"
 #include "kelcad/api/drawing_cleanup.h"
 #include "kelcad/api/entity_creation.h"
+#include "kelcad/api/entity_bounds.h"
 #include "kelcad/api/entity_edits.h"
 #include "kelcad/api/inifile.h"
 #include "kelcad/api/interactive_drawing.h"
