@@ -3,6 +3,7 @@
 #include "kelcad/api/text_measure.h"
 
 #include <cmath>
+#include <cwchar>
 
 #include "kelcad/api/module_info.h"
 
