@@ -9,6 +9,7 @@
 #include "kelcad/lisp/file_handlers.h"
 #include "kelcad/lisp/geometry_handlers.h"
 #include "kelcad/lisp/ini_handlers.h"
+#include "kelcad/lisp/query_handlers.h"
 #include "kelcad/lisp/xdata_handlers.h"
 #include "kelcad/platform.h"
 
@@ -30,7 +31,7 @@ const LispFunctionRow kTable[kLispFunctionCount] = {
     {L"kel_help", KEL_Help, 0},                  // 4
     {L"kel_ptpmdist", kNotBuilt, 0},             // 5
     {L"kel_lst2str", kNotBuilt, 0},              // 6
-    {L"kel_ssredraw", kNotBuilt, 0},             // 7
+    {L"kel_ssredraw", KEL_SSRedraw, 0},          // 7
     {L"kel_ptbarea", kNotBuilt, 0},              // 8
     {L"kel_str2lst", kNotBuilt, 0},              // 9
     {L"kel_entmakepoint", KEL_EntMakePoint, 0},  // 10
@@ -50,8 +51,8 @@ const LispFunctionRow kTable[kLispFunctionCount] = {
     {L"kel_set1", KEL_Set1, 0},                  // 24
     {L"kel_atomsort", kNotBuilt, 0},             // 25
     {L"kel_sortpte", kNotBuilt, 0},              // 26
-    {L"kel_getscreenlbrt", kNotBuilt, 0},        // 27
-    {L"kel_isptinview", kNotBuilt, 0},           // 28
+    {L"kel_getscreenlbrt", KEL_GetScreenLBRT, 0}, // 27
+    {L"kel_isptinview", KEL_IsPtInView, 0},      // 28
     {L"kel_entmakearc", KEL_EntMakeArc, 0},      // 29
     {L"kel_qq10xx", KEL_QQ10XX, 0},              // 30
     {L"kel_sv", KEL_SV, 0},                      // 31
@@ -61,9 +62,9 @@ const LispFunctionRow kTable[kLispFunctionCount] = {
     {L"kel_undob", KEL_UndoB, 0},                // 35
     {L"kel_getarcvertex", kNotBuilt, 0},         // 36
     {L"kel_modiline", kNotBuilt, 0},             // 37
-    {L"kel_getpickboxwidth", kNotBuilt, 0},      // 38
-    {L"kel_setentcolorindex", kNotBuilt, 0},     // 39
-    {L"kel_entistype", kNotBuilt, 0},            // 40
+    {L"kel_getpickboxwidth", KEL_GetPickBoxWidth, 0}, // 38
+    {L"kel_setentcolorindex", KEL_SetEntColorIndex, 0}, // 39
+    {L"kel_entistype", KEL_EntIsType, 0},        // 40
     {L"kel_gettextrect", kNotBuilt, 0},          // 41
     {L"kel_measurespline", kNotBuilt, 0},        // 42
     {L"kel_breaktextbkline", kNotBuilt, 0},      // 43
@@ -77,17 +78,17 @@ const LispFunctionRow kTable[kLispFunctionCount] = {
     {L"kel_ispointeq", KEL_IsPointEQ, 0},        // 51
     {L"kel_ispoint2deq", KEL_IsPoint2dEQ, 0},    // 52
     {L"kel_isdoubleeq", KEL_IsDoubleEQ, 0},      // 53
-    {L"kel_getpmpt", kNotBuilt, 0},              // 54
+    {L"kel_getpmpt", KEL_GetPMPt, 0},            // 54
     {L"kel_getrnxpart", KEL_GetRNXPart, 0},      // 55
     {L"kel_setgcinipath", KEL_SetGCIniPath, 0},  // 56
     {L"kel_writeini", KEL_WriteIni, 0},          // 57
     {L"kel_readini", KEL_ReadIni, 0},            // 58
     {L"kel_deliniitem", KEL_DelIniItem, 0},      // 59
-    {L"kel_gettexthigh", kNotBuilt, 0},          // 60
-    {L"kel_settexthigh", kNotBuilt, 0},          // 61
-    {L"kel_setbzxsw", kNotBuilt, 0},             // 62
-    {L"kel_getbzxsw", kNotBuilt, 0},             // 63
-    {L"kel_getssrect", kNotBuilt, 0},            // 64
+    {L"kel_gettexthigh", KEL_GetTextHigh, 0},    // 60
+    {L"kel_settexthigh", KEL_SetTextHigh, 0},    // 61
+    {L"kel_setbzxsw", KEL_SetBZXSW, 0},          // 62
+    {L"kel_getbzxsw", KEL_GetBZXSW, 0},          // 63
+    {L"kel_getssrect", KEL_GetSSRect, 0},        // 64
     {L"zm2pt", kNotBuilt, 0},                    // 65
     {L"set3d", kNotBuilt, 0},                    // 66
     {L"getlbg", kNotBuilt, 0},                   // 67
@@ -135,7 +136,7 @@ const LispFunctionRow kTable[kLispFunctionCount] = {
     {L"kel_gcinifilepath", KEL_GCINIFilePath, 0}, // 109
     {L"kel_sysinifilepath", KEL_SysINIFilePath, 0}, // 110
     {L"kel_userinifilepath", KEL_UserINIFilePath, 0}, // 111
-    {L"kel_gettextwidthfactor", kNotBuilt, 0},   // 112
+    {L"kel_gettextwidthfactor", KEL_GetTextWidthFactor, 0}, // 112
     {L"kel_getlamarkpoint", kNotBuilt, 0},       // 113
     {L"kel_delobjectxdata", KEL_DelObjectXData, 0}, // 114
     {L"kel_gettextwidth", kNotBuilt, 0},         // 115

@@ -19,8 +19,12 @@ long CountPolygonPoints(const resbuf* chain) {
   return n;
 }
 
-double ShoelaceArea(const resbuf* chain) {
-  if (CountPolygonPoints(chain) < 3) return 0.0;
+double ShoelaceArea(const resbuf* chain) { return CountPolygonPoints(chain) < 3 ? 0.0 : RingArea(chain); }
+
+double RingArea(const resbuf* chain) {
+  long count = 0;
+  for (const resbuf* rb = chain; rb != nullptr && count < 3; rb = rb->rbnext) ++count;
+  if (count < 3) return 0.0;
   const resbuf* last = chain;
   while (last->rbnext != nullptr) last = last->rbnext;
   // Walks the ring once: each item with the x of its neighbours.

@@ -6,7 +6,8 @@
 
 class AcDbExtents {
  public:
-  // An empty box: the first point added sets both corners.
+  // An empty box, (1e20, 1e20, 1e20) to (-1e20, -1e20, -1e20): the first
+  // point added sets both corners.
   AcDbExtents();
   AcDbExtents(const AcGePoint3d& min, const AcGePoint3d& max);
   AcGePoint3d minPoint() const { return mMin; }
@@ -20,6 +21,7 @@ class AcDbExtents {
   bool isEmpty() const { return mEmpty; }
 
  private:
-  AcGePoint3d mMin, mMax;
+  // The platform's empty box: corners no point can lie beyond.
+  AcGePoint3d mMin{1e20, 1e20, 1e20}, mMax{-1e20, -1e20, -1e20};
   bool mEmpty = true;
 };
