@@ -4,6 +4,7 @@
 
 #include "kelcad/api/curves.h"
 #include "kelcad/api/opened.h"
+#include "kelcad/api/readable_angle.h"
 
 namespace KEL {
 
@@ -54,8 +55,7 @@ bool GetLAMarkPoint(const ads_name name, double middle[3], double left[3], doubl
   acutPolar(mid, direction - kPi / 2, length / 10, r);
   for (int i = 0; i < 3; ++i) middle[i] = mid[i], left[i] = l[i], right[i] = r[i];
   // Text along the line reads from left to right (the vertical upwards).
-  angle = direction > kPi / 2 + 1e-5 && direction <= 3 * kPi / 2 + 1e-5 ? direction - kPi : direction;
-  angle = MakeAngleIn2PI(angle);
+  angle = MakeAngleIn2PI(ReadsBackwards(direction) ? direction - kPi : direction);
   return true;
 }
 

@@ -4,6 +4,7 @@
 
 #include "kelcad/api/curves.h"
 #include "kelcad/api/opened.h"
+#include "kelcad/api/readable_angle.h"
 
 namespace KEL {
 
@@ -13,6 +14,8 @@ namespace {
 // within length. The sum is kept as a sum, not as i * step, so the last
 // point is there only when the additions do not overshoot the length.
 void PointsEvery(const AcDbCurve& curve, double length, double step, AcArray<AcGePoint3d>& points) {
+  const double expected = length / step + 1;
+  if (expected < 1e7) points.setPhysicalLength(points.length() + static_cast<int>(expected) + 1);
   for (double d = 0.0; d <= length; d += step) {
     AcGePoint3d p;
     if (curve.getPointAtDist(d, p) == Acad::eOk) points.append(p);
@@ -65,12 +68,8 @@ bool GetRightPointAtDist(AcDbObjectId id, const AcGePoint3d& pt, double dist, Ac
       curve->getFirstDeriv(on, direction) != Acad::eOk)
     return false;
   // The direction in plan as text would read it: a curve running leftwards
-  // is gone along backwards. The vertical keeps its sense (the same margin
-  // as readable text angles).
-  constexpr double kPi = 3.14159265358979323846;
-  constexpr double kMargin = 1e-5;
-  const double angle = MakeAngleIn2PI(std::atan2(direction.y, direction.x));
-  const bool leftwards = angle > kPi / 2 + kMargin && angle <= 3 * kPi / 2 + kMargin;
+  // is gone along backwards.
+  const bool leftwards = ReadsBackwards(std::atan2(direction.y, direction.x));
   return curve->getPointAtDist(leftwards ? at - dist : at + dist, out) == Acad::eOk;
 }
 

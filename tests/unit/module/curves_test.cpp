@@ -6,6 +6,9 @@
 #include <cmath>
 
 #include "db/stub.h"
+#include "editor/command_processor.h"
+#include "editor/undo.h"
+#include "editor/undo_journal.h"
 #include "editor_module_fixture.h"
 #include "kelcad/kelcad.h"
 
@@ -284,6 +287,40 @@ TEST_F(Curves, LargestFilletRadiusIsOneFilletCanDraw) {
   EXPECT_FALSE(KEL::js_f_max(gone, p1, e1, p2, r));
   EXPECT_EQ(out, L"\n两线平行\n(js_f_max)ENT2 必须是线或弧\n(js_f_max)ENT1 必须是线或弧\n两实体不相交"
                  L"\n(js_f_max)ENT1 无效");
+}
+
+TEST_F(Curves, LengthsFollowEveryChangeOfTheCurve) {
+  auto* pline = new AcDbPolyline();
+  pline->addVertexAt(0, AcGePoint2d(0, 0));
+  pline->addVertexAt(1, AcGePoint2d(10, 0));
+  const AcDbObjectId id = Add(pline);
+  double length = 0;
+  {
+    // Asked while a reader holds it, and again after.
+    AcDbPolyline* reader = nullptr;
+    ASSERT_EQ(acdbOpenObject(reader, id, AcDb::kForRead), Acad::eOk);
+    ASSERT_TRUE(KEL::GetCurveLength(id, length));
+    reader->close();
+  }
+  EXPECT_EQ(length, 10.0);
+  AcDbPolyline* writer = nullptr;
+  ASSERT_EQ(acdbOpenObject(writer, id, AcDb::kForWrite), Acad::eOk);
+  writer->addVertexAt(2, AcGePoint2d(10, 5));
+  writer->close();
+  ASSERT_TRUE(KEL::GetCurveLength(id, length));
+  EXPECT_EQ(length, 15.0);
+  // Through its entity list, and back through UNDO.
+  Eval(L"(setq e (entlast) d (entget e))");
+  kelhost::editor::undo::Reset();
+  kelhost::editor::undo::ExpressionStarted();
+  Eval(L"(entmod (subst '(10 20.0 0.0) '(10 10.0 5.0) d))");
+  kelhost::editor::undo::ExpressionEnded();
+  ASSERT_TRUE(KEL::GetCurveLength(id, length));
+  EXPECT_NEAR(length, 20.0, 1e-12);
+  kelhost::editor::RunTypedCommand(L"U");
+  EXPECT_EQ(Eval(L"(cdr (assoc 10 (reverse (entget e))))"), L"(10.0 5.0)");
+  ASSERT_TRUE(KEL::GetCurveLength(id, length));
+  EXPECT_EQ(length, 15.0);
 }
 
 }  // namespace
