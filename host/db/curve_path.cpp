@@ -77,6 +77,7 @@ void Path::addLine(const AcGePoint3d& a, const AcGePoint3d& b, double t0, double
   p.t0 = t0;
   p.t1 = t1;
   mPieces.push_back(p);
+  mStarts.clear();
 }
 
 void Path::addConic(const AcGePoint3d& center, const AcGeVector3d& u, const AcGeVector3d& v, double angle0,
@@ -91,6 +92,7 @@ void Path::addConic(const AcGePoint3d& center, const AcGeVector3d& u, const AcGe
   p.t0 = t0;
   p.t1 = t1;
   mPieces.push_back(p);
+  mStarts.clear();
 }
 
 void Path::addFree(std::function<AcGePoint3d(double)> at, std::function<AcGeVector3d(double)> deriv, double t0,
@@ -102,6 +104,7 @@ void Path::addFree(std::function<AcGePoint3d(double)> at, std::function<AcGeVect
   p.t0 = t0;
   p.t1 = t1;
   mPieces.push_back(p);
+  mStarts.clear();
 }
 
 Path Path::transformed(const AcGeMatrix3d& m) const {
@@ -128,9 +131,18 @@ const Piece* Path::pieceAt(double& t) const {
   const double slack = kTol * std::max(1.0, std::fabs(endParam() - startParam()));
   if (t < startParam() - slack || t > endParam() + slack) return nullptr;
   t = std::clamp(t, startParam(), endParam());
-  for (const Piece& p : mPieces)
-    if (t <= p.t1) return &p;
-  return &mPieces.back();
+  // The first piece that ends at t or after it (pieces follow each other).
+  const auto it = std::lower_bound(mPieces.begin(), mPieces.end(), t,
+                                   [](const Piece& p, double value) { return p.t1 < value; });
+  return it == mPieces.end() ? &mPieces.back() : &*it;
+}
+
+const std::vector<double>& Path::starts() const {
+  if (mStarts.size() != mPieces.size() + 1) {
+    mStarts.assign(1, 0.0);
+    for (const Piece& p : mPieces) mStarts.push_back(mStarts.back() + p.length());
+  }
+  return mStarts;
 }
 
 bool Path::pointAt(double t, AcGePoint3d& p) const {
@@ -148,47 +160,37 @@ bool Path::derivAt(double t, AcGeVector3d& d) const {
 bool Path::distAt(double t, double& dist) const {
   const Piece* piece = pieceAt(t);
   if (!piece) return false;
-  dist = 0.0;
-  for (const Piece& p : mPieces) {
-    if (&p == piece) break;
-    dist += p.length();
-  }
-  dist += piece->lengthTo(t);
+  dist = starts()[static_cast<std::size_t>(piece - mPieces.data())] + piece->lengthTo(t);
   return true;
 }
 
-double Path::length() const {
-  double total = 0.0;
-  for (const Piece& p : mPieces) total += p.length();
-  return total;
-}
+double Path::length() const { return starts().back(); }
 
 bool Path::paramAtDist(double dist, double& t) const {
   const double total = length();
   const double slack = kTol * std::max(1.0, total);
   if (mPieces.empty() || dist < -slack || dist > total + slack) return false;
   dist = std::clamp(dist, 0.0, total);
-  for (const Piece& p : mPieces) {
-    const double len = p.length();
-    if (dist > len && &p != &mPieces.back()) {
-      dist -= len;
-      continue;
+  // The first piece whose end lies at dist or beyond it.
+  const std::vector<double>& start = starts();
+  std::size_t i = static_cast<std::size_t>(std::lower_bound(start.begin() + 1, start.end(), dist) - start.begin()) - 1;
+  i = std::min(i, mPieces.size() - 1);
+  const Piece& p = mPieces[i];
+  const double len = start[i + 1] - start[i];
+  dist = std::max(dist - start[i], 0.0);
+  if (len <= 0.0) {
+    t = p.t0;
+  } else if (p.kind == Piece::kLine || p.isCircular()) {
+    t = p.t0 + (p.t1 - p.t0) * std::min(dist / len, 1.0);
+  } else {
+    double lo = p.t0, hi = p.t1;  // length grows with the parameter
+    for (int k = 0; k < 60; ++k) {
+      const double mid = 0.5 * (lo + hi);
+      (p.lengthTo(mid) < dist ? lo : hi) = mid;
     }
-    if (len <= 0.0) {
-      t = p.t0;
-    } else if (p.kind == Piece::kLine || p.isCircular()) {
-      t = p.t0 + (p.t1 - p.t0) * std::min(dist / len, 1.0);
-    } else {
-      double lo = p.t0, hi = p.t1;  // length grows with the parameter
-      for (int i = 0; i < 60; ++i) {
-        const double mid = 0.5 * (lo + hi);
-        (p.lengthTo(mid) < dist ? lo : hi) = mid;
-      }
-      t = 0.5 * (lo + hi);
-    }
-    return true;
+    t = 0.5 * (lo + hi);
   }
-  return false;
+  return true;
 }
 
 double Path::closestParam(const AcGePoint3d& q) const {

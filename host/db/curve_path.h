@@ -10,6 +10,8 @@
 #include "arx/acarray.h"
 #include "arx/dbextents.h"
 
+class AcDbCurve;
+
 namespace kelhost::geom {
 
 struct Piece {
@@ -65,8 +67,18 @@ class Path {
  private:
   // The piece holding t; null outside the range.
   const Piece* pieceAt(double& t) const;
+  // The distance along the path to the start of each piece, and the whole
+  // length last: measured once, on the first query that needs it.
+  const std::vector<double>& starts() const;
   std::vector<Piece> mPieces;
+  mutable std::vector<double> mStarts;
 };
+
+// The path of a curve: built anew each time, except for a curve of a
+// database open only for reading, whose path is kept until the curve is
+// opened for write or its database goes (the last such curve only). Null
+// when the curve has no geometry; scratch holds a path built anew.
+const Path* PathOf(const AcDbCurve& curve, Path& scratch);
 
 // Where two paths meet, in WCS, appended to points; each may be extended
 // beyond its ends (lines as far as they go, circular and elliptical arcs

@@ -17,9 +17,11 @@ double OnCurveTolerance(const AcGePoint3d& p) { return 1e-8 * std::max(1.0, p.as
 // ---------------------------------------------------------------- AcDbCurve
 bool AcDbCurve::buildPath(Path&) const { return false; }
 
-#define KELHOST_PATH_OR_FAIL(path)                       \
-  Path path;                                             \
-  if (!buildPath(path) || path.empty()) return Acad::eDegenerateGeometry
+#define KELHOST_PATH_OR_FAIL(path)                                                 \
+  Path path##Scratch;                                                              \
+  const Path* path##Found = kelhost::geom::PathOf(*this, path##Scratch);           \
+  if (path##Found == nullptr) return Acad::eDegenerateGeometry;                    \
+  const Path& path = *path##Found
 
 Acad::ErrorStatus AcDbCurve::getStartParam(double& param) const {
   KELHOST_PATH_OR_FAIL(path);

@@ -10,6 +10,7 @@
 #include "kelcad/lisp/geometry_handlers.h"
 #include "kelcad/lisp/ini_handlers.h"
 #include "kelcad/lisp/query_handlers.h"
+#include "kelcad/lisp/legacy_handlers.h"
 #include "kelcad/lisp/xdata_handlers.h"
 #include "kelcad/platform.h"
 
@@ -89,28 +90,28 @@ const LispFunctionRow kTable[kLispFunctionCount] = {
     {L"kel_setbzxsw", KEL_SetBZXSW, 0},          // 62
     {L"kel_getbzxsw", KEL_GetBZXSW, 0},          // 63
     {L"kel_getssrect", KEL_GetSSRect, 0},        // 64
-    {L"zm2pt", kNotBuilt, 0},                    // 65
-    {L"set3d", kNotBuilt, 0},                    // 66
-    {L"getlbg", kNotBuilt, 0},                   // 67
+    {L"zm2pt", Zm2Pt, 0},                        // 65
+    {L"set3d", Set3d, 0},                        // 66
+    {L"getlbg", GetLbg, 0},                      // 67
     {L"kelhtmlhelp", KelHtmlHelp, 0},            // 68
-    {L"pan2v", kNotBuilt, 0},                    // 69
-    {L"del_ln", kNotBuilt, 0},                   // 70
-    {L"linecd", kNotBuilt, 0},                   // 71
-    {L"if_lay", kNotBuilt, 0},                   // 72
-    {L"if_lx", kNotBuilt, 0},                    // 73
-    {L"appft", kNotBuilt, 0},                    // 74
-    {L"pt_d_px", kNotBuilt, 0},                  // 75
+    {L"pan2v", Pan2V, 0},                        // 69
+    {L"del_ln", DelLn, 0},                       // 70
+    {L"linecd", LineCd, 0},                      // 71
+    {L"if_lay", IfLay, 0},                       // 72
+    {L"if_lx", IfLx, 0},                         // 73
+    {L"appft", AppFt, 0},                        // 74
+    {L"pt_d_px", PtDPx, 0},                      // 75
     {L"mkins", MkIns, 0},                        // 76 (same handler as 89)
-    {L"pxft", kNotBuilt, 0},                     // 77
-    {L"mklinx", kNotBuilt, 0},                   // 78
-    {L"sm", kNotBuilt, 0},                       // 79
-    {L"get1pt", kNotBuilt, 0},                   // 80
-    {L"get_dd", kNotBuilt, 0},                   // 81
-    {L"getlay", kNotBuilt, 0},                   // 82
-    {L"mk3dm", kNotBuilt, 0},                    // 83
-    {L"getmid", kNotBuilt, 0},                   // 84
-    {L"z_p", kNotBuilt, 0},                      // 85
-    {L"beep", kNotBuilt, 0},                     // 86
+    {L"pxft", PxFt, 0},                          // 77
+    {L"mklinx", MkLinX, 0},                      // 78
+    {L"sm", Sm, 0},                              // 79
+    {L"get1pt", Get1Pt, 0},                      // 80
+    {L"get_dd", GetDd, 0},                       // 81
+    {L"getlay", GetLay, 0},                      // 82
+    {L"mk3dm", Mk3dm, 0},                        // 83
+    {L"getmid", GetMid, 0},                      // 84
+    {L"z_p", ZP, 0},                             // 85
+    {L"beep", Beep, 0},                          // 86
     {L"kel_entmakepline", KEL_EntMakePLine, 0},  // 87
     {L"kel_mktop", KEL_MkTop, 0},                // 88
     {L"kel_mkins", MkIns, 0},                    // 89 (same handler as 76)
@@ -150,7 +151,7 @@ const LispFunctionRow kTable[kLispFunctionCount] = {
     {L"kel_entityname", kNotBuilt, 0},           // 123
     {L"kel_intersectwith", kNotBuilt, 0},        // 124
     {L"kel_getbentityrect", kNotBuilt, 0},       // 125
-    {L"kel_islinespx", kNotBuilt, 0},            // 126
+    {L"kel_islinespx", KEL_IsLinesPX, 0},        // 126
     {L"kel_mkmdir", KEL_MkMDir, 0},              // 127
     {L"kel_restorecadmenu", KEL_RestoreCADMenu, 0}, // 128
     {L"kel_getrightpointatdist", kNotBuilt, 0},  // 129

@@ -23,32 +23,51 @@ const resbuf* NextInRun(const resbuf* rb, const resbuf* layer) {
 
 }  // namespace
 
+int MakeLineRun(const resbuf* args, const LineRunMessages& messages, Report report, const wchar_t* linetype) {
+  if (args == nullptr) {
+    report(messages.noArgs);
+    return kRunRefused;
+  }
+  const resbuf* layer = FirstOf(args, IsTextArg);
+  if (layer == nullptr) {
+    report(messages.noLayer);
+    return kRunRefused;
+  }
+  const resbuf* previous = FirstOf(args, IsPointArg);
+  if (previous == nullptr) {
+    report(messages.noPoints);
+    return kRunRefused;
+  }
+  if (linetype != nullptr && messages.noLinetype != nullptr) {
+    resbuf* record = acdbTblSearch(L"LTYPE", linetype, 0);
+    if (record == nullptr) {
+      report(messages.noLinetype);
+      return kRunRefused;
+    }
+    acutRelRb(record);
+  }
+  for (const resbuf* rb = NextInRun(previous, layer); IsPointArg(rb); rb = NextInRun(rb, layer)) {
+    resbuf* list = linetype ? acutBuildList(RTDXF0, L"LINE", 8, layer->resval.rstring, 6, linetype, 10,
+                                            previous->resval.rpoint, 11, rb->resval.rpoint, RTNONE)
+                            : acutBuildList(RTDXF0, L"LINE", 8, layer->resval.rstring, 10, previous->resval.rpoint,
+                                            11, rb->resval.rpoint, RTNONE);
+    if (!MakeFromList(list)) {
+      report(messages.refused);
+      return kRunRefused;
+    }
+    previous = rb;
+  }
+  return kRunMade;
+}
+
 // (kel_entmakeline ...): a LINE from each point of the run to the next.
 int KEL_EntMakeLine() {
   const resbuf* args = acedGetArgs();
   acedRetNil();
-  if (args == nullptr) {
-    Say(L"\nError:kel_EntMakeLine 没输入参数.");
-    return RTNORM;
-  }
-  const resbuf* layer = FirstOf(args, IsTextArg);
-  if (layer == nullptr) {
-    Say(L"\nError:kel_EntMakeLine 没输入lay参数.");
-    return RTNORM;
-  }
-  const resbuf* previous = FirstOf(args, IsPointArg);
-  if (previous == nullptr) {
-    Say(L"\nError:kel_EntMakeLine 没输入ptb参数.");
-    return RTNORM;
-  }
-  for (const resbuf* rb = NextInRun(previous, layer); IsPointArg(rb); rb = NextInRun(rb, layer)) {
-    if (!MakeFromList(acutBuildList(RTDXF0, L"LINE", 8, layer->resval.rstring, 10, previous->resval.rpoint, 11,
-                                    rb->resval.rpoint, RTNONE))) {
-      Say(L"\nError:kel_EntMakeLine error.");
-      return RTNORM;
-    }
-    previous = rb;
-  }
+  MakeLineRun(args,
+              {L"\nError:kel_EntMakeLine 没输入参数.", L"\nError:kel_EntMakeLine 没输入lay参数.",
+               L"\nError:kel_EntMakeLine 没输入ptb参数.", L"\nError:kel_EntMakeLine error."},
+              Say, nullptr);
   return RTNORM;
 }
 

@@ -12,9 +12,18 @@ bool CheckPositional(const resbuf* args, const wchar_t* noArgs, std::initializer
   const resbuf* rb = args;
   int i = 0;
   for (const ExpectedArg& want : expected) {
-    const bool fits = want.kind == ArgKind::kText    ? IsTextArg(rb)
-                      : want.kind == ArgKind::kPoint ? IsPointArg(rb)
-                                                     : IsNumberArg(rb);
+    if (rb == nullptr && want.missing != nullptr) {
+      report(want.missing);
+      return false;
+    }
+    bool fits = false;
+    switch (want.kind) {
+      case ArgKind::kText: fits = IsTextArg(rb); break;
+      case ArgKind::kPoint: fits = IsPointArg(rb); break;
+      case ArgKind::kNumber: fits = IsNumberArg(rb); break;
+      case ArgKind::kReal: fits = rb != nullptr && rb->restype == RTREAL; break;
+      case ArgKind::kEntity: fits = rb != nullptr && rb->restype == RTENAME; break;
+    }
     if (!fits) {
       report(want.message);
       return false;

@@ -31,12 +31,14 @@ inline void Fail(const wchar_t* message) { acdbFail(message); }
 
 using Report = void (*)(const wchar_t*);
 
-// One expected argument: its kind and the message when it is missing or
-// of another kind.
-enum class ArgKind { kText, kPoint, kNumber };
+// One expected argument: its kind and the message when it is of another
+// kind, and when it is missing (by default the same message). kReal takes
+// a real only, kEntity an entity name.
+enum class ArgKind { kText, kPoint, kNumber, kReal, kEntity };
 struct ExpectedArg {
   ArgKind kind;
   const wchar_t* message;
+  const wchar_t* missing = nullptr;
 };
 
 // Checks args in order against expected (the layer first). Stops at the
@@ -46,6 +48,22 @@ struct ExpectedArg {
 // expected one are not looked at.
 bool CheckPositional(const resbuf* args, const wchar_t* noArgs, std::initializer_list<ExpectedArg> expected,
                      Report report, const resbuf* found[]);
+
+// The messages of the makers that draw LINEs along a run of points.
+struct LineRunMessages {
+  const wchar_t* noArgs;
+  const wchar_t* noLayer;
+  const wchar_t* noPoints;
+  const wchar_t* refused;
+  const wchar_t* noLinetype = nullptr;
+};
+constexpr int kRunMade = 1;
+constexpr int kRunRefused = 0;
+// A LINE from each point of the first run of points to the next, on the
+// layer named by the first string anywhere among args, in linetype (null:
+// the layer's). With a noLinetype message the linetype must be in the
+// drawing first. Lines made before a refused one stay.
+int MakeLineRun(const resbuf* args, const LineRunMessages& messages, Report report, const wchar_t* linetype);
 
 }  // namespace Lisp
 }  // namespace KEL

@@ -38,12 +38,25 @@ class AcDbCurve : public AcDbEntity {
   Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
   Acad::ErrorStatus intersectWith(const AcDbEntity* entity, AcDb::Intersect intType, AcGePoint3dArray& points,
                                   Adesk::GsMarker thisGsMarker = 0, Adesk::GsMarker otherGsMarker = 0) const override;
+  // The pieces between the given parameters (or points on the curve), in
+  // order along it: new curves with this one's properties, outside any
+  // database (the caller deletes them). Values at the ends of an open
+  // curve, repeated or unsorted ones are taken as the platform takes them;
+  // a closed curve needs two cuts at least. eInvalidInput for a value off
+  // the curve or no cut at all; eNotImplementedYet for kinds of curve that
+  // cannot be split here (ellipses, splines, the heavy polylines).
+  virtual Acad::ErrorStatus getSplitCurves(const AcGeDoubleArray& params, AcDbVoidPtrArray& curveSegments) const;
+  virtual Acad::ErrorStatus getSplitCurves(const AcGePoint3dArray& points, AcDbVoidPtrArray& curveSegments) const;
 
   // The curve's geometry as pieces over its parameter range (host use);
   // false for a curve with no geometry yet.
   virtual bool buildPath(kelhost::geom::Path& path) const;
 
  protected:
+  // The curve from parameter a to b (a < b, b past the end param for the
+  // piece of a closed curve that goes round its start), or null when this
+  // kind of curve has no pieces of its own kind.
+  virtual AcDbCurve* pieceBetween(double a, double b) const;
   // Lines, arcs and circles as such; elliptical and free-form pieces as
   // polylines close to them.
   Adesk::Boolean subWorldDraw(AcGiWorldDraw* wd) override;
@@ -66,6 +79,7 @@ class AcDbLine : public AcDbCurve {
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
 
  protected:
+  AcDbCurve* pieceBetween(double a, double b) const override;
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;
 
  private:
@@ -94,6 +108,7 @@ class AcDbCircle : public AcDbCurve {
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
 
  protected:
+  AcDbCurve* pieceBetween(double a, double b) const override;
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;
   // The groups of the circle subclass, shared with the arc.
   void circleFields(kelhost::dxf::GroupFiler& filer);
@@ -119,6 +134,7 @@ class AcDbArc : public AcDbCircle {
   Acad::ErrorStatus transformBy(const AcGeMatrix3d& xform) override;
 
  protected:
+  AcDbCurve* pieceBetween(double a, double b) const override;
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;
 
  private:
@@ -259,6 +275,7 @@ class AcDbPolyline : public AcDbCurve {
   Acad::ErrorStatus explode(AcDbVoidPtrArray& entitySet) const override;
 
  protected:
+  AcDbCurve* pieceBetween(double a, double b) const override;
   // Its segments, wide ones as filled bands (AcGiGeometry::pline).
   Adesk::Boolean subWorldDraw(AcGiWorldDraw* wd) override;
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;

@@ -192,6 +192,9 @@ void OutputDebugStringW(LPCWSTR text);
 #define IDYES 6
 #define IDNO 7
 int MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type);
+// The system's sounds. The headless host rings the terminal's bell when
+// standard error is one, and counts the sounds (kelhost/ui.h).
+BOOL MessageBeep(UINT type);
 
 DWORD GetTickCount();
 void Sleep(DWORD milliseconds);

@@ -20,6 +20,8 @@ void RecordMessageBox(const std::wstring& text, const std::wstring& caption, uns
 // The answer a headless box gives: its default (first) button, so IDOK,
 // IDYES for Yes/No boxes, IDABORT, IDRETRY or IDCANCEL for the others.
 int HeadlessMessageBoxAnswer(unsigned type);
+// How many MessageBeep sounds there were since the start.
+int BeepCount();
 
 // How often InitAcUiDLL ran, and whether AfxEnableControlContainer did.
 int InitAcUiDLLCallCount();

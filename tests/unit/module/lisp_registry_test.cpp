@@ -48,8 +48,6 @@ TEST_F(LispRegistry, EveryNameIsDefinedPerDrawingAndRemovedWithIt) {
 TEST_F(LispRegistry, FunctionsNotBuiltYetSayLoudlyThatTheyAreMissing) {
   ASSERT_TRUE(LoadModule());
   EXPECT_EQ(Printed(L"(kel_blockinfo \"x\")"), L"\nkel_blockinfo: not available in this build");
-  EXPECT_EQ(Eval(L"(getlay)"), L"nil");
-  EXPECT_EQ(Printed(L"(pxft)"), L"\npxft: not available in this build");
   EXPECT_EQ(Printed(L"(KEL_drag_key)"), L"\nKEL_drag_key: not available in this build");
 }
 
