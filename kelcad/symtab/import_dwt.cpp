@@ -20,8 +20,10 @@ Acad::ErrorStatus ImportAll(CImportDWT& importer, Kind kind,
                             Acad::ErrorStatus (CImportDWT::*importOne)(CString, AcDbObjectId&, bool),
                             AcDbObjectIdArray& newIds, bool replace) {
   if (importer.m_pSourceDB == nullptr || importer.m_pResultDB == nullptr) return Acad::eInvalidInput;
+  std::vector<CString> names;
+  if (!KEL::RecordImport::RecordNames(importer.m_pSourceDB, kind, names)) return Acad::eInvalidInput;
   Acad::ErrorStatus last = Acad::eOk;
-  for (const CString& name : KEL::RecordImport::RecordNames(importer.m_pSourceDB, kind)) {
+  for (const CString& name : names) {
     if (KEL::RecordImport::SkippedByImportAll(kind, name)) continue;
     AcDbObjectId id;
     last = (importer.*importOne)(name, id, replace);

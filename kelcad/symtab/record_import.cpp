@@ -162,12 +162,13 @@ bool SkippedByImportAll(Kind kind, const wchar_t* name) {
   return false;
 }
 
-std::vector<CString> RecordNames(AcDbDatabase* db, Kind kind) {
-  std::vector<CString> names;
+bool RecordNames(AcDbDatabase* db, Kind kind, std::vector<CString>& names) {
+  names.clear();
   AcDbSymbolTable* table = nullptr;
-  if (OpenTable(db, kind, table, AcDb::kForRead) != Acad::eOk) return names;
+  if (OpenTable(db, kind, table, AcDb::kForRead) != Acad::eOk) return false;
   AcDbSymbolTableIterator* it = nullptr;
-  if (table->newIterator(it) == Acad::eOk) {
+  const bool walked = table->newIterator(it) == Acad::eOk;
+  if (walked) {
     for (it->start(); !it->done(); it->step()) {
       AcDbSymbolTableRecord* record = nullptr;
       if (it->getRecord(record, AcDb::kForRead) != Acad::eOk) continue;
@@ -177,7 +178,7 @@ std::vector<CString> RecordNames(AcDbDatabase* db, Kind kind) {
     delete it;
   }
   table->close();
-  return names;
+  return walked;
 }
 
 Acad::ErrorStatus Remove(Kind kind, const wchar_t* name, AcDbDatabase* db, AcDbObjectId* erased) {

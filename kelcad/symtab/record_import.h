@@ -20,8 +20,9 @@ Acad::ErrorStatus OpenTable(AcDbDatabase* db, Kind kind, AcDbSymbolTable*& table
 // block name containing "Model_Space" or "Paper_Space".
 bool SkippedByImportAll(Kind kind, const wchar_t* name);
 
-// The names of the records of kind in db, in table order.
-std::vector<CString> RecordNames(AcDbDatabase* db, Kind kind);
+// The names of the records of kind in db, in table order; false when the
+// table cannot be read (a template that was never read has none).
+bool RecordNames(AcDbDatabase* db, Kind kind, std::vector<CString>& names);
 
 // Erases the first record of kind in db named name (any case). Its id goes
 // to erased (null when nothing was erased). The erase status, or the
