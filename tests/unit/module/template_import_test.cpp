@@ -7,6 +7,7 @@
 #include "db/audit.h"
 #include "db/stub.h"
 #include "editor_module_fixture.h"
+#include "kelcad/entry/extra_lisp_functions.h"
 #include "kelcad/kelcad.h"
 
 namespace {
@@ -254,6 +255,25 @@ TEST_F(TemplateImport, ABlockTakesTheDrawingsClashingLayersAndAFailureLeavesNoth
   EXPECT_EQ(back, id);
   EXPECT_EQ(EntityCount(back), 12);
   ExpectSound();
+}
+
+// The two AutoLISP names live beside the function table: defined with each
+// drawing, called straight through their handlers, gone with the drawing.
+TEST_F(TemplateImport, TheLispNamesComeAndGoWithTheDrawing) {
+  ASSERT_TRUE(LoadModule());
+  const KEL::ExtraLispFunction* rows = KEL::ExtraLispFunctions();
+  ASSERT_EQ(KEL::ExtraLispFunctionCount(), 2);
+  for (int i = 0; i < KEL::ExtraLispFunctionCount(); ++i) {
+    EXPECT_GT(rows[i].code, 150) << "beyond every code the table's dispatch accepts";
+    EXPECT_EQ(Eval(std::wstring(L"(type ") + rows[i].name + L")"), L"EXRXSUBR");
+  }
+  Eval(L"(setq shipped \"" + kShipped + L"\")");
+  EXPECT_EQ(Eval(L"(type (kel_importdwt shipped \"LTYPE\" \"center\"))"), L"ENAME");
+  EXPECT_EQ(Eval(L"(cdr (assoc 2 (entget (car (kel_importdwtall shipped \"block\")))))"), L"\"sztq_0\"");
+  EXPECT_EQ(Printed(L"(kel_importdwtall shipped \"LAYER\" 1)"), L"\nError:kel_importdwtall(replace).");
+  UnloadModule();
+  EXPECT_EQ(Eval(L"(type kel_importdwt)"), L"nil");
+  EXPECT_EQ(Eval(L"(type kel_importdwtall)"), L"nil");
 }
 
 }  // namespace
