@@ -16,7 +16,7 @@ class CImportDWT {
   CImportDWT();
   // The target is the working database; the template path is read into a
   // new empty database (a failed read leaves it empty, silently).
-  explicit CImportDWT(const wchar_t* path);
+  CImportDWT(const wchar_t* path);
   CImportDWT(const CImportDWT&) = default;
   CImportDWT& operator=(const CImportDWT&) = default;
   // Releases nothing (see above).
