@@ -50,8 +50,10 @@ bool ReadFlag(const resbuf* rb, bool& flag) {
   return rb == nullptr || rb->restype == RTNIL || rb->restype == RTT;
 }
 
-void Refuse(const wchar_t* function, const wchar_t* argument) {
+// The message for a bad argument; the call then returns nil.
+int Refuse(const wchar_t* function, const wchar_t* argument) {
   acutPrintf(L"\nError:%s(%s).", function, argument);
+  return RTNORM;
 }
 
 // The template of the call read into the importer; the caller deletes
@@ -90,11 +92,11 @@ int KEL_ImportDwt() {
     const resbuf* kindArg = args != nullptr ? args->rbnext : nullptr;
     const resbuf* nameArg = kindArg != nullptr ? kindArg->rbnext : nullptr;
     bool replace = false;
-    if (args == nullptr || (args->restype != RTNIL && !IsText(args))) return Refuse(function, L"template"), RTNORM;
+    if (args == nullptr || (args->restype != RTNIL && !IsText(args))) return Refuse(function, L"template");
     const KindRow* kind = IsText(kindArg) ? FindKind(kindArg->resval.rstring) : nullptr;
-    if (kind == nullptr) return Refuse(function, L"kind"), RTNORM;
-    if (!IsText(nameArg)) return Refuse(function, L"name"), RTNORM;
-    if (!ReadFlag(nameArg->rbnext, replace)) return Refuse(function, L"replace"), RTNORM;
+    if (kind == nullptr) return Refuse(function, L"kind");
+    if (!IsText(nameArg)) return Refuse(function, L"name");
+    if (!ReadFlag(nameArg->rbnext, replace)) return Refuse(function, L"replace");
 
     CImportDWT importer;
     const bool read = ReadTemplate(function, args, importer);
@@ -122,11 +124,11 @@ int KEL_ImportDwtAll() {
     const resbuf* args = acedGetArgs();
     const resbuf* kindArg = args != nullptr ? args->rbnext : nullptr;
     bool replace = false;
-    if (args == nullptr || (args->restype != RTNIL && !IsText(args))) return Refuse(function, L"template"), RTNORM;
+    if (args == nullptr || (args->restype != RTNIL && !IsText(args))) return Refuse(function, L"template");
     const bool every = IsText(kindArg) && CString(kindArg->resval.rstring) == L"*";
     const KindRow* kind = IsText(kindArg) ? FindKind(kindArg->resval.rstring) : nullptr;
-    if (kind == nullptr && !every) return Refuse(function, L"kind"), RTNORM;
-    if (!ReadFlag(kindArg->rbnext, replace)) return Refuse(function, L"replace"), RTNORM;
+    if (kind == nullptr && !every) return Refuse(function, L"kind");
+    if (!ReadFlag(kindArg->rbnext, replace)) return Refuse(function, L"replace");
 
     CImportDWT importer;
     const bool read = ReadTemplate(function, args, importer);
