@@ -46,4 +46,6 @@
 #include "kelcad/oxdata/oxdata.h"
 #include "kelcad/resbuf/rbchain.h"
 #include "kelcad/resbuf/rbtext.h"
+#include "kelcad/symtab/cad_view.h"
+#include "kelcad/symtab/import_dwt.h"
 #include "kelcad/symtab/layer_info.h"

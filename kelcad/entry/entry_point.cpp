@@ -1,6 +1,7 @@
 // The module's entry points: the application messages of the CAD program
 // and the API version it checks before loading the module.
 #include "kelcad/entry/entry_point.h"
+#include "kelcad/entry/extra_lisp_functions.h"
 #include "kelcad/entry/lisp_table.h"
 #include "kelcad/entry/module_state.h"
 #include "kelcad/platform.h"
@@ -17,9 +18,11 @@ ACRX_EXPORT_ENTRY AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode msg, void* ap
         break;
       case AcRx::kLoadDwgMsg:
         KEL::RegisterLispFunctions();
+        KEL::RegisterExtraLispFunctions();
         break;
       case AcRx::kUnloadDwgMsg:
         KEL::UnregisterLispFunctions();
+        KEL::UnregisterExtraLispFunctions();
         break;
       case AcRx::kInvkSubrMsg:
         KEL::DispatchLispFunction();
