@@ -6,9 +6,9 @@
 //
 // Simplifications of the picture: the arrowheads always sit inside (even
 // where they do not fit), the dimension line is not broken around a
-// centred text, ticks (DIMTSZ) and tolerances are not drawn, and a text
-// the style puts above the line (DIMTAD not 0) sits a gap plus half its
-// height away on the text's upper side.
+// centred text, tolerances are not drawn, and a text the style puts above
+// the line (DIMTAD not 0) sits a gap plus half its height away on the
+// text's upper side.
 #include <cmath>
 #include <cstdlib>
 #include <limits>
@@ -81,11 +81,14 @@ void DrawLinear(kelhost::db::DimPicture& pic, const LinearLayout& g, const AcGeP
     out = out.isZeroLength() ? square : out.normal();
     pic.extensionLine(xs[i] + out * pic.extensionOffset(), feet[i] + out * pic.extensionBeyond());
   }
-  pic.dimensionLine(g.foot1, g.foot2);
   if (!g.foot1.isEqualTo(g.foot2)) {
     const AcGeVector3d u = (g.foot2 - g.foot1).normal();
-    pic.arrow(g.foot1, u);
-    pic.arrow(g.foot2, -u);
+    const double beyond = pic.lineExtension();
+    pic.dimensionLine(g.foot1 - u * beyond, g.foot2 + u * beyond);
+    pic.arrow(1, g.foot1, u);
+    pic.arrow(2, g.foot2, -u);
+  } else {
+    pic.dimensionLine(g.foot1, g.foot2);
   }
   const double angle = ownTextAngle != 0 ? ownTextAngle : style.dimtih() ? 0.0 : Readable(g.angle);
   if (!userPosition) {
