@@ -78,7 +78,7 @@ void ReturnSelection(const AcArray<AcDbObjectId>& ids) {
       acedSSAdd(member, set, set);
     }
   }
-  // The set now belongs to AutoLISP, which frees it when no symbol holds it.
+  // The set is handed to AutoLISP: the handler does not free it.
   if (made)
     acedRetName(set, RTPICKS);
   else
