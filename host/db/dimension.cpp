@@ -230,7 +230,7 @@ Acad::ErrorStatus AcDbDimension::formatMeasurement(ACHAR*& text, double measurem
   if (!std::isfinite(measurement)) return Acad::eInvalidInput;
   kelhost::db::DimPicture styleOf(DatabaseOf(this), dimensionStyle(), mNormal, this);
   const std::wstring shown =
-      kelhost::db::DimensionTextWith(mText, kelhost::db::FormatLinearMeasurement(measurement, styleOf.style()));
+      kelhost::db::DimensionTextWith(mText, measurementPrefix() + kelhost::db::FormatLinearMeasurement(measurement, styleOf.style()));
   return acutNewString(shown.c_str(), text) == RTNORM ? Acad::eOk : Acad::eOutOfMemory;
 }
 

@@ -1,9 +1,11 @@
 #include "db/dimension_picture.h"
 
 #include <cmath>
+#include <cstdlib>
 
 #include "arx/dbblkref.h"
 #include "arx/dbdatabase.h"
+#include "arx/dbdim.h"
 #include "db/dimension_arrows.h"
 #include "db/dimension_style_data.h"
 #include "arx/dbmtext.h"
@@ -16,6 +18,22 @@ constexpr int kLineColor = 176, kExtensionColor = 177, kTextColor = 178;
 constexpr int kLineWeight = 371, kExtensionWeight = 372;
 constexpr double kQuarterTurn = 1.5707963267948966;
 }  // namespace
+
+double ReadableAngle(double angle) {
+  constexpr double kPi = 2 * kQuarterTurn;
+  double a = std::fmod(angle, 2 * kPi);
+  if (a < 0) a += 2 * kPi;
+  if (a > kPi / 2 + 1e-9 && a <= 3 * kPi / 2 + 1e-9) a -= kPi;
+  return a;
+}
+
+std::wstring ShownText(const AcDbDimension& dim, double measured) {
+  ACHAR* text = nullptr;
+  dim.formatMeasurement(text, measured);
+  std::wstring shown = text ? text : L"";
+  std::free(text);
+  return shown;
+}
 
 AcDbObjectId DefpointsLayer(AcDbDatabase* db) {
   AcDbObjectId id;

@@ -17,6 +17,8 @@
 
 #include "arx/dbsymtb.h"
 
+class AcDbDimension;
+
 namespace kelhost::db {
 
 class DimPicture {
@@ -65,6 +67,12 @@ class DimPicture {
   AcDbObjectId mDefpoints;
   std::vector<std::unique_ptr<AcDbEntity>> mEntities;
 };
+
+// An angle turned so that text along it reads left to right (or upwards).
+double ReadableAngle(double angle);
+
+// The text a dimension's block shows for a measurement.
+std::wstring ShownText(const AcDbDimension& dim, double measured);
 
 // The Defpoints layer (made, not plotted, when the drawing lacks it); null
 // when it cannot be made.

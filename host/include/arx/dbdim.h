@@ -1,6 +1,6 @@
 // Dimensions (DIMENSION): the common dimension with its picture (an
-// anonymous *D block), and the linear kinds the host models, aligned and
-// rotated. Other kinds (angular, diameter, radius, ordinate, three-point
+// anonymous *D block), and the kinds the host models: aligned, rotated,
+// radial and diametric. Other kinds (angular, ordinate, three-point
 // angular, arc length) have no class here: a drawing file keeps them
 // verbatim, and acdbEntMake refuses them (returns nil), since the host
 // could not draw their block.
@@ -161,6 +161,8 @@ class AcDbDimension : public AcDbEntity {
   // Group 70's bits over the kind (its low bits, which the class gives).
   enum Flags : short { kBlockOfItsOwn = 32, kUserTextPosition = 128 };
   virtual short dimensionKind() const = 0;
+  // What the measurement's number follows in the text ("R" for a radius).
+  virtual std::wstring measurementPrefix() const { return L""; }
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;
   // The clones' insertion point (12), which the linear kinds write in their
   // own subclass.
@@ -269,4 +271,71 @@ class AcDbRotatedDimension : public AcDbDimension {
  private:
   AcGePoint3d mXLine1, mXLine2;
   double mOblique = 0.0, mRotation = 0.0;
+};
+
+// Measures a radius: from the centre (group 10) to a point of the curve
+// (15). The picture: the dimension line from the centre to that point with
+// an arrowhead there, a leader on past it of the leader length, the text
+// at the leader's end (on the line without a leader), and a centre mark
+// (DIMCEN > 0).
+class AcDbRadialDimension : public AcDbDimension {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbRadialDimension);
+  AcDbRadialDimension() = default;
+  AcDbRadialDimension(const AcGePoint3d& center, const AcGePoint3d& chordPoint, double leaderLength,
+                      const ACHAR* dimText = nullptr, AcDbObjectId dimStyle = AcDbObjectId::kNull);
+
+  AcGePoint3d center() const { return mDefinitionPoint; }
+  Acad::ErrorStatus setCenter(const AcGePoint3d& point);
+  AcGePoint3d chordPoint() const { return mChord; }
+  Acad::ErrorStatus setChordPoint(const AcGePoint3d& point);
+  double leaderLength() const { return mLeader; }
+  Acad::ErrorStatus setLeaderLength(double length);
+
+  Acad::ErrorStatus measurement(double& value) const override;
+
+ protected:
+  short dimensionKind() const override { return 4; }
+  std::wstring measurementPrefix() const override { return L"R"; }
+  void dxfFields(kelhost::dxf::GroupFiler& filer) override;
+  void transformPoints(const AcGeMatrix3d& xform) override;
+  void definingPoints(AcGePoint3dArray& points) const override;
+  void drawPicture(kelhost::db::DimPicture& picture) override;
+
+ private:
+  AcGePoint3d mChord;
+  double mLeader = 0.0;
+};
+
+// Measures a diameter: between two opposite points of the curve (groups 10
+// and 15). The picture: the dimension line between them with an arrowhead
+// at each end, a leader past the far point of the leader length, and the
+// text in the middle (at the leader's end when there is one).
+class AcDbDiametricDimension : public AcDbDimension {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbDiametricDimension);
+  AcDbDiametricDimension() = default;
+  AcDbDiametricDimension(const AcGePoint3d& chordPoint, const AcGePoint3d& farChordPoint, double leaderLength,
+                         const ACHAR* dimText = nullptr, AcDbObjectId dimStyle = AcDbObjectId::kNull);
+
+  AcGePoint3d chordPoint() const { return mDefinitionPoint; }
+  Acad::ErrorStatus setChordPoint(const AcGePoint3d& point);
+  AcGePoint3d farChordPoint() const { return mFarChord; }
+  Acad::ErrorStatus setFarChordPoint(const AcGePoint3d& point);
+  double leaderLength() const { return mLeader; }
+  Acad::ErrorStatus setLeaderLength(double length);
+
+  Acad::ErrorStatus measurement(double& value) const override;
+
+ protected:
+  short dimensionKind() const override { return 3; }
+  std::wstring measurementPrefix() const override { return L"%%c"; }
+  void dxfFields(kelhost::dxf::GroupFiler& filer) override;
+  void transformPoints(const AcGeMatrix3d& xform) override;
+  void definingPoints(AcGePoint3dArray& points) const override;
+  void drawPicture(kelhost::db::DimPicture& picture) override;
+
+ private:
+  AcGePoint3d mFarChord;
+  double mLeader = 0.0;
 };

@@ -168,3 +168,37 @@ TEST_F(DimensionOverrides, ArrowheadsAndTicksAreDrawnFromTheirBlocks) {
 }
 
 }  // namespace
+
+// Radial and diametric dimensions are modelled: made from lists, measured,
+// drawn (with "R" and the diameter sign before the number), and moved.
+TEST_F(DimensionOverrides, RadialAndDiametricKinds) {
+  const std::wstring common = L"(0 . \"DIMENSION\") (1 . \"\") (70 . ";
+  ASSERT_NE(eval(L"(entmake '(" + common + L"4) (10 1.0 1.0 0.0) (15 4.0 5.0 0.0) (40 . 2.0)))"), L"nil");
+  auto* radial = kelhost::db::PeekAs<AcDbRadialDimension>(entity_tests::LastId());
+  ASSERT_TRUE(radial);
+  double value = 0;
+  radial->measurement(value);
+  EXPECT_EQ(value, 5.0);
+  EXPECT_EQ(radial->leaderLength(), 2.0);
+  const AcDbObjectId radialBlock = radial->dimBlockId();
+  ACHAR* radius = First<AcDbMText>(radialBlock)->contents();
+  EXPECT_STREQ(radius, L"R5");
+  std::free(radius);
+  EXPECT_EQ(eval(L"(cdr (assoc 70 (entget (entlast))))"), L"36");
+  EXPECT_EQ(eval(L"(cdr (assoc 15 (entget (entlast))))"), L"(4.0 5.0 0.0)");
+
+  ASSERT_NE(eval(L"(entmake '(" + common + L"3) (10 -3.0 0.0 0.0) (15 3.0 0.0 0.0) (40 . 0.0)))"), L"nil");
+  const AcDbObjectId id = entity_tests::LastId();
+  AcDbDiametricDimension* diametric = nullptr;
+  ASSERT_EQ(acdbOpenObject(diametric, id, AcDb::kForWrite), Acad::eOk);
+  ASSERT_EQ(diametric->transformBy(AcGeMatrix3d::scaling(2.0)), Acad::eOk);
+  diametric->close();
+  diametric = kelhost::db::PeekAs<AcDbDiametricDimension>(id);
+  diametric->measurement(value);
+  EXPECT_EQ(value, 12.0);
+  EXPECT_EQ(Census(diametric->dimBlockId()), (std::map<std::wstring, int>{{L"LINE", 1}, {L"LWPOLYLINE", 2},
+                                                                         {L"MTEXT", 1}, {L"POINT", 2}}));
+  ACHAR* shown = First<AcDbMText>(diametric->dimBlockId())->contents();
+  EXPECT_STREQ(shown, L"%%c12");
+  std::free(shown);
+}
