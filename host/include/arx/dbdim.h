@@ -1,6 +1,6 @@
 // Dimensions (DIMENSION): the common dimension with its picture (an
 // anonymous *D block), and the kinds the host models: aligned, rotated,
-// radial and diametric. Other kinds (angular, ordinate, three-point
+// radial, diametric and ordinate. Other kinds (angular, three-point
 // angular, arc length) have no class here: a drawing file keeps them
 // verbatim, and acdbEntMake refuses them (returns nil), since the host
 // could not draw their block.
@@ -163,6 +163,9 @@ class AcDbDimension : public AcDbEntity {
   virtual short dimensionKind() const = 0;
   // What the measurement's number follows in the text ("R" for a radius).
   virtual std::wstring measurementPrefix() const { return L""; }
+  // Group 70's bits over the kind.
+  short flags() const { return mFlags; }
+  void setFlags(short flags) { mFlags = flags; }
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;
   // The clones' insertion point (12), which the linear kinds write in their
   // own subclass.
@@ -338,4 +341,41 @@ class AcDbDiametricDimension : public AcDbDimension {
  private:
   AcGePoint3d mFarChord;
   double mLeader = 0.0;
+};
+
+// Measures how far a feature lies from an origin (group 10) along the X
+// axis or the Y axis of its plane (group 70's bit 64 for X): the feature's
+// point (13) and the end of its leader (14). The picture: the leader from
+// the feature (DIMEXO off it) to its end, and the text past the end.
+class AcDbOrdinateDimension : public AcDbDimension {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbOrdinateDimension);
+  AcDbOrdinateDimension() = default;
+  AcDbOrdinateDimension(bool useXAxis, const AcGePoint3d& definingPoint, const AcGePoint3d& leaderEndPoint,
+                        const ACHAR* dimText = nullptr, AcDbObjectId dimStyle = AcDbObjectId::kNull);
+
+  bool isUsingXAxis() const { return (flags() & kXAxis) != 0; }
+  bool isUsingYAxis() const { return !isUsingXAxis(); }
+  Acad::ErrorStatus useXAxis();
+  Acad::ErrorStatus useYAxis();
+  AcGePoint3d origin() const { return mDefinitionPoint; }
+  Acad::ErrorStatus setOrigin(const AcGePoint3d& point);
+  AcGePoint3d definingPoint() const { return mFeature; }
+  Acad::ErrorStatus setDefiningPoint(const AcGePoint3d& point);
+  AcGePoint3d leaderEndPoint() const { return mLeaderEnd; }
+  Acad::ErrorStatus setLeaderEndPoint(const AcGePoint3d& point);
+
+  Acad::ErrorStatus measurement(double& value) const override;
+
+ protected:
+  enum : short { kXAxis = 64 };
+  short dimensionKind() const override { return 6; }
+  void dxfFields(kelhost::dxf::GroupFiler& filer) override;
+  void transformPoints(const AcGeMatrix3d& xform) override;
+  void definingPoints(AcGePoint3dArray& points) const override;
+  void drawPicture(kelhost::db::DimPicture& picture) override;
+
+ private:
+  Acad::ErrorStatus setAxis(bool x);
+  AcGePoint3d mFeature, mLeaderEnd;
 };

@@ -202,3 +202,29 @@ TEST_F(DimensionOverrides, RadialAndDiametricKinds) {
   EXPECT_STREQ(shown, L"%%c12");
   std::free(shown);
 }
+
+// Ordinate dimensions: the axis in group 70's bit 64, the distance from
+// the origin along it, the leader and the text in the block.
+TEST_F(DimensionOverrides, OrdinateKind) {
+  ASSERT_NE(eval(L"(entmake '((0 . \"DIMENSION\") (1 . \"\") (70 . 102) (10 1.0 1.0 0.0) (13 4.0 7.0 0.0)"
+                 L" (14 4.0 12.0 0.0)))"),
+            L"nil");
+  const AcDbObjectId id = entity_tests::LastId();
+  AcDbOrdinateDimension* ordinate = nullptr;
+  ASSERT_EQ(acdbOpenObject(ordinate, id, AcDb::kForWrite), Acad::eOk);
+  EXPECT_TRUE(ordinate->isUsingXAxis());
+  double value = 0;
+  ordinate->measurement(value);
+  EXPECT_EQ(value, 3.0);
+  EXPECT_EQ(Census(ordinate->dimBlockId()),
+            (std::map<std::wstring, int>{{L"LINE", 1}, {L"MTEXT", 1}, {L"POINT", 3}}));
+  ASSERT_EQ(ordinate->useYAxis(), Acad::eOk);
+  ordinate->close();
+  ordinate = kelhost::db::PeekAs<AcDbOrdinateDimension>(id);
+  ordinate->measurement(value);
+  EXPECT_EQ(value, 6.0);
+  ACHAR* shown = First<AcDbMText>(ordinate->dimBlockId())->contents();
+  EXPECT_STREQ(shown, L"6");
+  std::free(shown);
+  EXPECT_EQ(eval(L"(cdr (assoc 70 (entget (entlast))))"), L"38");
+}
