@@ -13,6 +13,7 @@
 #include "kelcad/api/current_drawing.h"
 #include "kelcad/api/current_space.h"
 #include "kelcad/api/curves.h"
+#include "kelcad/api/dimensions.h"
 #include "kelcad/api/drawing_cleanup.h"
 #include "kelcad/api/entity_creation.h"
 #include "kelcad/api/entity_bounds.h"

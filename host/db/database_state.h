@@ -3,6 +3,8 @@
 // variables, and the walking positions of tblnext and dictnext.
 #pragma once
 
+#include <unordered_map>
+
 #include <deque>
 #include <map>
 #include <memory>
@@ -65,6 +67,13 @@ struct DatabaseState {
   std::wstring fileName;
   // What a drawing file held that has no object of its own (dxf/file_extras.h).
   std::shared_ptr<dxf::FileExtras> fileExtras;
+
+  // Dimension blocks: the dimension each *D block is drawn for (null when
+  // several draw with it), complete for the stubs counted when it was last
+  // built; and the number the next new *D block may take.
+  std::unordered_map<AcDbStub*, AcDbStub*> dimBlockDrawnFor;
+  size_t dimBlocksIndexedAt = 0;
+  int nextDimBlock = 1;
 
   // AutoLISP walking positions: the last record tblnext gave per table,
   // and the last key dictnext gave per dictionary.

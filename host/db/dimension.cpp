@@ -10,7 +10,10 @@
 #include "db/curve_geometry.h"
 #include "db/database_state.h"
 #include "db/explode_copy.h"
+#include "db/dimension_arrows.h"
 #include "db/dimension_overrides.h"
+#include "db/dimension_style_data.h"
+#include "db/dimstyle_vars.h"
 #include "db/dimension_picture.h"
 #include "db/dimension_text.h"
 #include "db/rx_define.h"
@@ -61,30 +64,93 @@ Acad::ErrorStatus AcDbDimension::useDefaultTextPosition() {
 
 void AcDbDimension::placeText(const AcGePoint3d& position) { mTextPosition = position; }
 
-double AcDbDimension::dimtxt() const {
-  if (auto own = kelhost::db::DimOverrideReal(this, 140)) return *own;
-  auto* style = kelhost::db::PeekAs<AcDbDimStyleTableRecord>(dimensionStyle());
-  return style ? style->dimtxt() : AcDbDimStyleTableRecord().dimtxt();
+// ---------------------------------------------------------------- own style values
+namespace {
+const AcDbDimStyleTableRecord& StyleData(AcDbObjectId style) {
+  static const AcDbDimStyleTableRecord standard;
+  auto* record = kelhost::db::PeekAs<AcDbDimStyleTableRecord>(style);
+  return record ? *record : standard;
+}
+}  // namespace
+
+double AcDbDimension::dimReal(int code) const {
+  if (auto own = kelhost::db::DimOverrideReal(this, code)) return *own;
+  return StyleData(dimensionStyle()).real(code);
 }
 
-Acad::ErrorStatus AcDbDimension::setDimtxt(double height) {
-  if (!std::isfinite(height) || height < 0) return Acad::eInvalidInput;
-  const Acad::ErrorStatus es = kelhost::db::SetDimOverrideReal(this, 140, height);
+int AcDbDimension::dimInt(int code) const {
+  if (auto own = kelhost::db::DimOverrideInt(this, code)) return *own;
+  return StyleData(dimensionStyle()).integer(code);
+}
+
+AcDbObjectId AcDbDimension::dimRecord(int code) const {
+  if (auto own = kelhost::db::DimOverrideRecord(this, code)) return *own;
+  return StyleData(dimensionStyle()).recordVar(code);
+}
+
+Acad::ErrorStatus AcDbDimension::setDimReal(int code, double value) {
+  // DIMGAP alone may be negative (a framed text).
+  if (!std::isfinite(value) || (value < 0 && code != 147)) return Acad::eInvalidInput;
+  const Acad::ErrorStatus es = kelhost::db::SetDimOverrideReal(this, code, value);
   if (es == Acad::eOk) changed();
   return es;
 }
 
-AcDbObjectId AcDbDimension::dimtxsty() const {
-  if (auto own = kelhost::db::DimOverrideRecord(this, 340)) return *own;
-  auto* style = kelhost::db::PeekAs<AcDbDimStyleTableRecord>(dimensionStyle());
-  return style ? style->dimtxsty() : AcDbObjectId::kNull;
-}
-
-Acad::ErrorStatus AcDbDimension::setDimtxsty(AcDbObjectId style) {
-  if (!style.isNull() && !kelhost::db::PeekAs<AcDbTextStyleTableRecord>(style)) return Acad::eInvalidInput;
-  const Acad::ErrorStatus es = kelhost::db::SetDimOverrideRecord(this, 340, style);
+Acad::ErrorStatus AcDbDimension::setDimInt(int code, int value) {
+  if ((code == 271 && (value < 0 || value > 8)) || (code == 78 && (value < 0 || value > 15)))
+    return Acad::eInvalidInput;
+  const Acad::ErrorStatus es = kelhost::db::SetDimOverrideInt(this, code, value);
   if (es == Acad::eOk) changed();
   return es;
+}
+
+Acad::ErrorStatus AcDbDimension::setDimRecord(int code, AcDbObjectId record) {
+  const bool fits = record.isNull() || (code == 340 ? kelhost::db::PeekAs<AcDbTextStyleTableRecord>(record) != nullptr
+                                                    : kelhost::db::PeekAs<AcDbBlockTableRecord>(record) != nullptr);
+  if (!fits) return Acad::eInvalidInput;
+  const Acad::ErrorStatus es = kelhost::db::SetDimOverrideRecord(this, code, record);
+  if (es == Acad::eOk) changed();
+  return es;
+}
+
+Acad::ErrorStatus AcDbDimension::setDimBlockByName(int code, const ACHAR* name) {
+  if (!writable()) return Acad::eNotOpenForWrite;
+  AcDbObjectId block;
+  const Acad::ErrorStatus es = kelhost::db::ArrowBlock(DatabaseOf(this), name, block);
+  return es == Acad::eOk ? setDimRecord(code, block) : es;
+}
+
+Acad::ErrorStatus AcDbDimension::setDimstyleData(AcDbObjectId record) {
+  if (!writable()) return Acad::eNotOpenForWrite;
+  if (record.isNull()) {
+    const Acad::ErrorStatus es = kelhost::db::RemoveDimOverrides(this);
+    if (es != Acad::eOk) return es;
+    mStyle.setNull();
+    changed();
+    return Acad::eOk;
+  }
+  auto* given = kelhost::db::PeekAs<AcDbDimStyleTableRecord>(record);
+  if (!given) return Acad::eInvalidInput;
+  const AcDbDimStyleTableRecord& own = StyleData(dimensionStyle());
+  Acad::ErrorStatus es = kelhost::db::RemoveDimOverrides(this);
+  for (const kelhost::db::DimVar& v : kelhost::db::DimRealVars())
+    if (es == Acad::eOk && given->real(v.code) != own.real(v.code))
+      es = kelhost::db::SetDimOverrideReal(this, v.code, given->real(v.code));
+  for (const kelhost::db::DimVar& v : kelhost::db::DimIntVars())
+    if (es == Acad::eOk && given->integer(v.code) != own.integer(v.code))
+      es = kelhost::db::SetDimOverrideInt(this, v.code, given->integer(v.code));
+  for (int code = 340; code <= 344; ++code)
+    if (es == Acad::eOk && given->recordVar(code) != own.recordVar(code))
+      es = kelhost::db::SetDimOverrideRecord(this, code, given->recordVar(code));
+  if (es == Acad::eOk && std::wstring(given->dimpost()) != own.dimpost())
+    es = kelhost::db::SetDimOverrideText(this, 3, given->dimpost());
+  changed();
+  return es;
+}
+
+Acad::ErrorStatus AcDbDimension::getDimstyleData(AcDbDimStyleTableRecord*& record) const {
+  record = kelhost::db::EffectiveDimStyle(dimensionStyle(), this).release();
+  return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbDimension::setNormal(const AcGeVector3d& normal) {
@@ -164,7 +230,7 @@ Acad::ErrorStatus AcDbDimension::formatMeasurement(ACHAR*& text, double measurem
   if (!std::isfinite(measurement)) return Acad::eInvalidInput;
   kelhost::db::DimPicture styleOf(DatabaseOf(this), dimensionStyle(), mNormal, this);
   const std::wstring shown =
-      kelhost::db::DimensionTextWith(mText, kelhost::db::FormatLinearMeasurement(measurement, styleOf.style()));
+      kelhost::db::DimensionTextWith(mText, measurementPrefix() + kelhost::db::FormatLinearMeasurement(measurement, styleOf.style()));
   return acutNewString(shown.c_str(), text) == RTNORM ? Acad::eOk : Acad::eOutOfMemory;
 }
 
@@ -189,6 +255,11 @@ void AcDbDimension::dxfFields(kelhost::dxf::GroupFiler& f) {
       mBlock.setNull();
     } else if (!found.isNull()) {
       mBlock = found;
+      // A copy draws with its original's block: neither may draw over it.
+      auto& drawnFor = db->state().dimBlockDrawnFor;
+      AcDbStub *key = found, *self = objectId();
+      auto at = drawnFor.find(key);
+      if (at != drawnFor.end() && at->second != self) at->second = nullptr;
     } else {
       f.fail(L"no block \"" + block + L"\" for group 2");
     }
@@ -238,17 +309,38 @@ void AcDbDimension::dxfFields(kelhost::dxf::GroupFiler& f) {
 }
 
 // ---------------------------------------------------------------- the block
+namespace {
+
+// Which dimension each block is drawn for, from one walk over the drawing.
+void IndexDimensionBlocks(kelhost::db::DatabaseState& state) {
+  state.dimBlockDrawnFor.clear();
+  for (const auto& stub : state.stubs) {
+    auto* dim = AcDbDimension::cast(stub->object.get());
+    if (!dim || stub->erased || dim->dimBlockId().isNull()) continue;
+    AcDbStub* block = dim->dimBlockId();
+    auto [at, added] = state.dimBlockDrawnFor.emplace(block, stub.get());
+    if (!added) at->second = nullptr;
+  }
+  state.dimBlocksIndexedAt = state.stubs.size();
+}
+
+}  // namespace
+
 bool AcDbDimension::ownsItsBlock() const {
   auto* block = kelhost::db::PeekAs<AcDbBlockTableRecord>(mBlock);
   if (!block || mBlock.isErased() || !(mFlags & kBlockOfItsOwn) || block->isLayout()) return false;
   const std::wstring name = block->getName();
   if (name.size() < 2 || name[0] != L'*' || (name[1] != L'D' && name[1] != L'd')) return false;
   // Another dimension (a copy) may draw with it too.
-  for (const auto& stub : database()->state().stubs) {
-    auto* other = AcDbDimension::cast(stub->object.get());
-    if (other && other != this && !stub->erased && other->mBlock == mBlock) return false;
+  kelhost::db::DatabaseState& state = database()->state();
+  AcDbStub* key = mBlock;
+  auto at = state.dimBlockDrawnFor.find(key);
+  if (at == state.dimBlockDrawnFor.end() && state.dimBlocksIndexedAt != state.stubs.size()) {
+    IndexDimensionBlocks(state);
+    at = state.dimBlockDrawnFor.find(key);
   }
-  return true;
+  AcDbStub* self = objectId();
+  return at != state.dimBlockDrawnFor.end() && at->second == self;
 }
 
 namespace {
@@ -259,7 +351,7 @@ AcDbBlockTableRecord* NewDimensionBlock(AcDbDatabase* db) {
   if (acdbOpenObject(table, db->blockTableId(), AcDb::kForWrite) != Acad::eOk) return nullptr;
   std::wstring name;
   AcDbObjectId existing;
-  for (int n = 1;; ++n) {
+  for (int& n = db->state().nextDimBlock;; ++n) {
     name = L"*D" + std::to_wstring(n);
     if (table->getAt(name.c_str(), existing, true) != Acad::eOk) break;
   }
@@ -307,6 +399,8 @@ Acad::ErrorStatus AcDbDimension::recomputeDimBlock(bool forceUpdate) {
   }
   mBlock = block->objectId();
   block->close();
+  AcDbStub* drawnFor = objectId();
+  db->state().dimBlockDrawnFor[mBlock] = drawnFor;
   mFlags = static_cast<short>(mFlags | kBlockOfItsOwn);
   mBlockPosition = AcGePoint3d::kOrigin;
   mSinceDrawn.setToIdentity();

@@ -6,9 +6,9 @@
 //
 // Simplifications of the picture: the arrowheads always sit inside (even
 // where they do not fit), the dimension line is not broken around a
-// centred text, ticks (DIMTSZ) and tolerances are not drawn, and a text
-// the style puts above the line (DIMTAD not 0) sits a gap plus half its
-// height away on the text's upper side.
+// centred text, tolerances are not drawn, and a text the style puts above
+// the line (DIMTAD not 0) sits a gap plus half its height away on the
+// text's upper side.
 #include <cmath>
 #include <cstdlib>
 #include <limits>
@@ -60,14 +60,6 @@ LinearLayout LayOutLinear(const AcGePoint3d& x1, const AcGePoint3d& x2, const Ac
   return {foot(x1), foot(x2), toWorld * AcGeVector3d(d.x, d.y, 0.0), angle};
 }
 
-// An angle turned so that text along it reads left to right (or upwards).
-double Readable(double angle) {
-  double a = std::fmod(angle, 2 * kPi);
-  if (a < 0) a += 2 * kPi;
-  if (a > kPi / 2 + 1e-9 && a <= 3 * kPi / 2 + 1e-9) a -= kPi;
-  return a;
-}
-
 // Both kinds draw through this (see the file's comment).
 void DrawLinear(kelhost::db::DimPicture& pic, const LinearLayout& g, const AcGePoint3d& x1, const AcGePoint3d& x2,
                 const AcGePoint3d& defPoint, const std::wstring& text, double ownTextAngle, bool userPosition,
@@ -81,13 +73,16 @@ void DrawLinear(kelhost::db::DimPicture& pic, const LinearLayout& g, const AcGeP
     out = out.isZeroLength() ? square : out.normal();
     pic.extensionLine(xs[i] + out * pic.extensionOffset(), feet[i] + out * pic.extensionBeyond());
   }
-  pic.dimensionLine(g.foot1, g.foot2);
   if (!g.foot1.isEqualTo(g.foot2)) {
     const AcGeVector3d u = (g.foot2 - g.foot1).normal();
-    pic.arrow(g.foot1, u);
-    pic.arrow(g.foot2, -u);
+    const double beyond = pic.lineExtension();
+    pic.dimensionLine(g.foot1 - u * beyond, g.foot2 + u * beyond);
+    pic.arrow(1, g.foot1, u);
+    pic.arrow(2, g.foot2, -u);
+  } else {
+    pic.dimensionLine(g.foot1, g.foot2);
   }
-  const double angle = ownTextAngle != 0 ? ownTextAngle : style.dimtih() ? 0.0 : Readable(g.angle);
+  const double angle = ownTextAngle != 0 ? ownTextAngle : style.dimtih() ? 0.0 : kelhost::db::ReadableAngle(g.angle);
   if (!userPosition) {
     const AcGePoint3d middle = g.foot1 + (g.foot2 - g.foot1) * 0.5;
     const AcGeVector3d up = AcGeMatrix3d::planeToWorld(pic.normal()) * AcGeVector3d(-std::sin(angle), std::cos(angle), 0);
@@ -97,14 +92,6 @@ void DrawLinear(kelhost::db::DimPicture& pic, const LinearLayout& g, const AcGeP
   pic.definitionPoint(x1);
   pic.definitionPoint(x2);
   pic.definitionPoint(defPoint);
-}
-
-std::wstring ShownText(const AcDbDimension& dim, double measured) {
-  ACHAR* text = nullptr;
-  dim.formatMeasurement(text, measured);
-  std::wstring shown = text ? text : L"";
-  std::free(text);
-  return shown;
 }
 
 // The linear groups after AcDbDimension's: the subclass AcDbAlignedDimension
@@ -186,7 +173,7 @@ void AcDbAlignedDimension::drawPicture(kelhost::db::DimPicture& picture) {
   double measured = 0.0;
   measurement(measured);
   AcGePoint3d text = textPosition();
-  DrawLinear(picture, g, mXLine1, mXLine2, mDefinitionPoint, ShownText(*this, measured), textRotation(),
+  DrawLinear(picture, g, mXLine1, mXLine2, mDefinitionPoint, kelhost::db::ShownText(*this, measured), textRotation(),
                           !isUsingDefaultTextPosition(), text);
   placeText(text);
 }
@@ -258,7 +245,7 @@ void AcDbRotatedDimension::drawPicture(kelhost::db::DimPicture& picture) {
   double measured = 0.0;
   measurement(measured);
   AcGePoint3d text = textPosition();
-  DrawLinear(picture, g, mXLine1, mXLine2, mDefinitionPoint, ShownText(*this, measured), textRotation(),
+  DrawLinear(picture, g, mXLine1, mXLine2, mDefinitionPoint, kelhost::db::ShownText(*this, measured), textRotation(),
                           !isUsingDefaultTextPosition(), text);
   placeText(text);
 }

@@ -1,6 +1,7 @@
 #include "db/dimension_overrides.h"
 
 #include <cwchar>
+#include <functional>
 #include <memory>
 
 #include "ads/rbkind.h"
@@ -31,6 +32,20 @@ const resbuf* ValueOf(const resbuf* acad, int code) {
   return nullptr;
 }
 
+}  // namespace
+
+void ForEachDimOverride(const AcDbObject* dim, const std::function<void(int, const resbuf&)>& visit) {
+  Chain acad(dim->xData(L"ACAD"));
+  for (const resbuf* rb = acad.get(); rb; rb = rb->rbnext) {
+    if (!IsText(rb, 1000, L"DSTYLE") || !IsText(rb->rbnext, 1002, L"{")) continue;
+    for (const resbuf* v = rb->rbnext->rbnext; v && v->rbnext && !IsText(v, 1002, L"}"); v = v->rbnext->rbnext)
+      if (v->restype == 1070) visit(v->resval.rint, *v->rbnext);
+    return;
+  }
+}
+
+namespace {
+
 resbuf* TextNode(int code, const wchar_t* text) {
   resbuf* rb = acutNewRb(code);
   if (rb && acutNewString(text, rb->resval.rstring) != RTNORM) {
@@ -41,7 +56,8 @@ resbuf* TextNode(int code, const wchar_t* text) {
 }
 
 // The "ACAD" data with the DSTYLE pair of code replaced by value (owned by
-// the new chain). Data of other variables and outside the DSTYLE list is
+// the new chain; added at the end of the list when code had none; null
+// removes the pair, and code 0 every pair). Data of other variables and outside the DSTYLE list is
 // kept in its order.
 Chain WithValue(const resbuf* acad, int code, resbuf* value) {
   Chain out(TextNode(1001, L"ACAD"));
@@ -61,23 +77,38 @@ Chain WithValue(const resbuf* acad, int code, resbuf* value) {
   const resbuf* rb = acad && acad->restype == 1001 ? acad->rbnext : acad;
   while (rb) {
     if (!placed && IsText(rb, 1000, L"DSTYLE") && IsText(rb->rbnext, 1002, L"{")) {
-      append(copyNode(rb));
-      append(copyNode(rb->rbnext));
+      // The list is rebuilt without code's pair (all pairs for code 0).
+      resbuf* kept = nullptr;
+      resbuf** keptTail = &kept;
       const resbuf* v = rb->rbnext->rbnext;
-      for (; v && v->rbnext && !IsText(v, 1002, L"}"); v = v->rbnext->rbnext)
-        if (!(v->restype == 1070 && v->resval.rint == code)) {
-          append(copyNode(v));
-          append(copyNode(v->rbnext));
-        }
-      append(pair(value));
+      for (; v && v->rbnext && !IsText(v, 1002, L"}"); v = v->rbnext->rbnext) {
+        if (code == 0) continue;
+        const bool same = v->restype == 1070 && v->resval.rint == code;
+        if (same && !value) continue;
+        // The new value takes the place of the old.
+        *keptTail = same ? pair(value) : copyNode(v);
+        if (same) value = nullptr;
+        else (*keptTail)->rbnext = copyNode(v->rbnext);
+        keptTail = &(*keptTail)->rbnext->rbnext;
+      }
+      if (value) {
+        *keptTail = pair(value);
+        value = nullptr;
+      }
+      if (kept) {
+        append(copyNode(rb));
+        append(copyNode(rb->rbnext));
+        append(kept);
+        append(TextNode(1002, L"}"));
+      }
       placed = true;
-      rb = v;  // the closing brace, copied below
+      rb = v && v->rbnext ? v->rbnext : nullptr;  // past the closing brace
       continue;
     }
     append(copyNode(rb));
     rb = rb->rbnext;
   }
-  if (!placed) {
+  if (value) {
     append(TextNode(1000, L"DSTYLE"));
     append(TextNode(1002, L"{"));
     append(pair(value));
@@ -86,6 +117,7 @@ Chain WithValue(const resbuf* acad, int code, resbuf* value) {
   return out;
 }
 
+// value null: code's pair is removed (code 0: every pair).
 Acad::ErrorStatus SetValue(AcDbObject* dim, int code, resbuf* value) {
   if (!dim->isWriteEnabled()) {
     acutRelRb(value);
@@ -120,6 +152,28 @@ Acad::ErrorStatus SetDimOverrideReal(AcDbObject* dim, int code, double value) {
   v->resval.rreal = value;
   return SetValue(dim, code, v);
 }
+
+std::optional<int> DimOverrideInt(const AcDbObject* dim, int code) {
+  Chain acad(dim->xData(L"ACAD"));
+  const resbuf* v = ValueOf(acad.get(), code);
+  if (!v || (v->restype != 1070 && v->restype != 1071)) return std::nullopt;
+  return v->restype == 1070 ? v->resval.rint : static_cast<int>(v->resval.rlong);
+}
+
+Acad::ErrorStatus SetDimOverrideInt(AcDbObject* dim, int code, int value) {
+  if (value < -32768 || value > 32767) return Acad::eInvalidInput;
+  resbuf* v = acutNewRb(1070);
+  v->resval.rint = static_cast<short>(value);
+  return SetValue(dim, code, v);
+}
+
+Acad::ErrorStatus SetDimOverrideText(AcDbObject* dim, int code, const wchar_t* text) {
+  return SetValue(dim, code, TextNode(1000, text ? text : L""));
+}
+
+Acad::ErrorStatus RemoveDimOverride(AcDbObject* dim, int code) { return SetValue(dim, code, nullptr); }
+
+Acad::ErrorStatus RemoveDimOverrides(AcDbObject* dim) { return SetValue(dim, 0, nullptr); }
 
 Acad::ErrorStatus SetDimOverrideRecord(AcDbObject* dim, int code, AcDbObjectId record) {
   ACHAR hex[32] = L"0";

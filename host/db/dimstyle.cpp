@@ -87,10 +87,37 @@ Acad::ErrorStatus AcDbDimStyleTableRecord::setInteger(int code, int value) {
   return Acad::eOk;
 }
 
+// Null: the drawing's current text style.
 Acad::ErrorStatus AcDbDimStyleTableRecord::setDimtxsty(AcDbObjectId style) {
-  if (!kelhost::db::PeekAs<AcDbTextStyleTableRecord>(style)) return Acad::eInvalidInput;
+  if (!style.isNull() && !kelhost::db::PeekAs<AcDbTextStyleTableRecord>(style)) return Acad::eInvalidInput;
   if (!writable()) return Acad::eNotOpenForWrite;
   mTextStyle = style;
+  return Acad::eOk;
+}
+
+AcDbObjectId AcDbDimStyleTableRecord::recordVar(int code) const {
+  if (code == 340) return mTextStyle;
+  return code >= 341 && code <= 344 ? mBlocks[code - 341] : AcDbObjectId::kNull;
+}
+
+Acad::ErrorStatus AcDbDimStyleTableRecord::setRecordVar(int code, AcDbObjectId record) {
+  if (code == 340) return setDimtxsty(record);
+  if (code < 341 || code > 344) return Acad::eInvalidInput;
+  if (!record.isNull() && !kelhost::db::PeekAs<AcDbBlockTableRecord>(record)) return Acad::eInvalidInput;
+  if (!writable()) return Acad::eNotOpenForWrite;
+  mBlocks[code - 341] = record;
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDimStyleTableRecord::setDimpost(const ACHAR* text) {
+  if (!writable()) return Acad::eNotOpenForWrite;
+  mPostfix = text ? text : L"";
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDimStyleTableRecord::setDimapost(const ACHAR* text) {
+  if (!writable()) return Acad::eNotOpenForWrite;
+  mAltPostfix = text ? text : L"";
   return Acad::eOk;
 }
 
@@ -106,4 +133,5 @@ void AcDbDimStyleTableRecord::dxfFields(kelhost::dxf::GroupFiler& f) {
   for (size_t i = 0; i < ints.size(); ++i)
     f.int16(ints[i].code, mInts[i], static_cast<short>(ints[i].imperial), Presence::kAlways);
   f.id(340, mTextStyle, Presence::kAlways);
+  for (int code = 341; code <= 344; ++code) f.id(code, mBlocks[code - 341], Presence::kUnlessDefault);
 }

@@ -91,6 +91,9 @@ std::unique_ptr<AcDbObject> MakeOfKind(const Kind* kind, const std::function<lon
     switch (intGroup(70, 0) & 0x0F) {
       case 0: return std::make_unique<AcDbRotatedDimension>();
       case 1: return std::make_unique<AcDbAlignedDimension>();
+      case 3: return std::make_unique<AcDbDiametricDimension>();
+      case 4: return std::make_unique<AcDbRadialDimension>();
+      case 6: return std::make_unique<AcDbOrdinateDimension>();
       default: return nullptr;
     }
   }

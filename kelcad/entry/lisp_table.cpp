@@ -5,6 +5,7 @@
 #include "kelcad/entry/lisp_handlers.h"
 #include "kelcad/entry/not_available.h"
 #include "kelcad/lisp/cadvar_handlers.h"
+#include "kelcad/lisp/dimension_handlers.h"
 #include "kelcad/lisp/entity_handlers.h"
 #include "kelcad/lisp/file_handlers.h"
 #include "kelcad/lisp/geometry_handlers.h"
@@ -159,21 +160,21 @@ const LispFunctionRow kTable[kLispFunctionCount] = {
     {L"kel_str2strlst", KEL_Str2StrLst, 0},      // 131
     {L"kel_enableeditorreactor", KEL_EnableEditorReactor, 0},  // 132
     {L"kel_clearinvalidgroup", kNotBuilt, 0},    // 133
-    {L"kel_createaligneddim", kNotBuilt, 0},     // 134
-    {L"kel_createmaligneddim", kNotBuilt, 0},    // 135
-    {L"kel_creatembaligneddim", kNotBuilt, 0},   // 136
-    {L"kel_createrotateddim", kNotBuilt, 0},     // 137
-    {L"kel_createmrotateddim", kNotBuilt, 0},    // 138
-    {L"kel_creatembrotateddim", kNotBuilt, 0},   // 139
-    {L"kel_setentdimstyle", kNotBuilt, 0},       // 140
-    {L"kel_setdimenttxtstyle", kNotBuilt, 0},    // 141
-    {L"kel_setdimenttxthigh", kNotBuilt, 0},     // 142
-    {L"kel_setentdimtext", kNotBuilt, 0},        // 143
-    {L"kel_manydimenttoone", kNotBuilt, 0},      // 144
-    {L"kel_onedimenttomany", kNotBuilt, 0},      // 145
-    {L"kel_setentdimrnd", kNotBuilt, 0},         // 146
-    {L"kel_setentdimdec", kNotBuilt, 0},         // 147
-    {L"kel_setdimentproperty", kNotBuilt, 0},    // 148
+    {L"kel_createaligneddim", KEL_CreateAlignedDim, 0}, // 134
+    {L"kel_createmaligneddim", KEL_CreateMAlignedDim, 0}, // 135
+    {L"kel_creatembaligneddim", KEL_CreateMBAlignedDim, 0}, // 136
+    {L"kel_createrotateddim", KEL_CreateRotatedDim, 0}, // 137
+    {L"kel_createmrotateddim", KEL_CreateMRotatedDim, 0}, // 138
+    {L"kel_creatembrotateddim", KEL_CreateMBRotatedDim, 0}, // 139
+    {L"kel_setentdimstyle", KEL_SetEntDimStyle, 0}, // 140
+    {L"kel_setdimenttxtstyle", KEL_SetDimEntTxtStyle, 0}, // 141
+    {L"kel_setdimenttxthigh", KEL_SetDimEntTxtHigh, 0}, // 142
+    {L"kel_setentdimtext", KEL_SetEntDimText, 0}, // 143
+    {L"kel_manydimenttoone", KEL_ManyDimEntToOne, 0}, // 144
+    {L"kel_onedimenttomany", KEL_OneDimEntToMany, 0}, // 145
+    {L"kel_setentdimrnd", KEL_SetEntDimRnd, 0},  // 146
+    {L"kel_setentdimdec", KEL_SetEntDimDec, 0},  // 147
+    {L"kel_setdimentproperty", KEL_SetDimEntProperty, 0}, // 148
     {L"KEL_drag_key", kNotBuilt, 0},             // 149
 };
 

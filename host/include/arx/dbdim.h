@@ -1,6 +1,6 @@
 // Dimensions (DIMENSION): the common dimension with its picture (an
-// anonymous *D block), and the linear kinds the host models, aligned and
-// rotated. Other kinds (angular, diameter, radius, ordinate, three-point
+// anonymous *D block), and the kinds the host models: aligned, rotated,
+// radial, diametric and ordinate. Other kinds (angular, three-point
 // angular, arc length) have no class here: a drawing file keeps them
 // verbatim, and acdbEntMake refuses them (returns nil), since the host
 // could not draw their block.
@@ -9,6 +9,7 @@
 #include <string>
 
 #include "dbmtext.h"
+#include "dbsymtb.h"
 
 namespace kelhost::db {
 class DimPicture;
@@ -46,14 +47,78 @@ class AcDbDimension : public AcDbEntity {
   double horizontalRotation() const { return mHorizontalRotation; }
   Acad::ErrorStatus setHorizontalRotation(double angle);
 
-  // Style variables of the dimension's own (overrides of its style, kept
-  // in its xdata of "ACAD"): the text height DIMTXT and the text style
-  // DIMTXSTY. The getters give the style's value when the dimension has
-  // none of its own; a null text style means the drawing's current one.
-  double dimtxt() const;
-  Acad::ErrorStatus setDimtxt(double height);
-  AcDbObjectId dimtxsty() const;
-  Acad::ErrorStatus setDimtxsty(AcDbObjectId style);
+  // Style variables of the dimension's own: overrides of its style, kept
+  // as the platform keeps them, in its xdata of "ACAD" as the DSTYLE list
+  // (see db/dimension_overrides.h). A getter gives the dimension's own
+  // value, else its style's. Setters take the value as it is (a negative
+  // size, a DIMDEC outside 0..8, a DIMZIN outside 0..15 is eInvalidInput)
+  // and the block is drawn anew as the dimension closes.
+  double dimscale() const { return dimReal(40); }
+  double dimasz() const { return dimReal(41); }
+  double dimexo() const { return dimReal(42); }
+  double dimdli() const { return dimReal(43); }
+  double dimexe() const { return dimReal(44); }
+  double dimrnd() const { return dimReal(45); }
+  double dimdle() const { return dimReal(46); }
+  double dimtxt() const { return dimReal(140); }
+  double dimtsz() const { return dimReal(142); }
+  double dimlfac() const { return dimReal(144); }
+  double dimgap() const { return dimReal(147); }
+  int dimtad() const { return dimInt(77); }
+  int dimzin() const { return dimInt(78); }
+  int dimdec() const { return dimInt(271); }
+  bool dimse1() const { return dimInt(75) != 0; }
+  bool dimse2() const { return dimInt(76) != 0; }
+  bool dimsah() const { return dimInt(173) != 0; }
+  bool dimtih() const { return dimInt(73) != 0; }
+  // A null text style means the drawing's current one; a null arrowhead
+  // block the closed filled arrowhead.
+  AcDbObjectId dimtxsty() const { return dimRecord(340); }
+  AcDbObjectId dimldrblk() const { return dimRecord(341); }
+  AcDbObjectId dimblk() const { return dimRecord(342); }
+  AcDbObjectId dimblk1() const { return dimRecord(343); }
+  AcDbObjectId dimblk2() const { return dimRecord(344); }
+  Acad::ErrorStatus setDimscale(double v) { return setDimReal(40, v); }
+  Acad::ErrorStatus setDimasz(double v) { return setDimReal(41, v); }
+  Acad::ErrorStatus setDimexo(double v) { return setDimReal(42, v); }
+  Acad::ErrorStatus setDimdli(double v) { return setDimReal(43, v); }
+  Acad::ErrorStatus setDimexe(double v) { return setDimReal(44, v); }
+  Acad::ErrorStatus setDimrnd(double v) { return setDimReal(45, v); }
+  Acad::ErrorStatus setDimdle(double v) { return setDimReal(46, v); }
+  Acad::ErrorStatus setDimtxt(double v) { return setDimReal(140, v); }
+  Acad::ErrorStatus setDimtsz(double v) { return setDimReal(142, v); }
+  Acad::ErrorStatus setDimlfac(double v) { return setDimReal(144, v); }
+  // Negative: the text is framed.
+  Acad::ErrorStatus setDimgap(double v) { return setDimReal(147, v); }
+  Acad::ErrorStatus setDimtad(int v) { return setDimInt(77, v); }
+  Acad::ErrorStatus setDimzin(int v) { return setDimInt(78, v); }
+  Acad::ErrorStatus setDimdec(int v) { return setDimInt(271, v); }
+  Acad::ErrorStatus setDimse1(bool v) { return setDimInt(75, v ? 1 : 0); }
+  Acad::ErrorStatus setDimse2(bool v) { return setDimInt(76, v ? 1 : 0); }
+  Acad::ErrorStatus setDimsah(bool v) { return setDimInt(173, v ? 1 : 0); }
+  Acad::ErrorStatus setDimtih(bool v) { return setDimInt(73, v ? 1 : 0); }
+  Acad::ErrorStatus setDimtxsty(AcDbObjectId style) { return setDimRecord(340, style); }
+  Acad::ErrorStatus setDimldrblk(AcDbObjectId block) { return setDimRecord(341, block); }
+  Acad::ErrorStatus setDimblk(AcDbObjectId block) { return setDimRecord(342, block); }
+  Acad::ErrorStatus setDimblk1(AcDbObjectId block) { return setDimRecord(343, block); }
+  Acad::ErrorStatus setDimblk2(AcDbObjectId block) { return setDimRecord(344, block); }
+  // Arrowheads by name: a block of the drawing, or one of the platform's
+  // standard arrowheads ("_ArchTick", "_Oblique", "_Dot", "_Open", ...; any
+  // case, "_" optional), whose block is made when the drawing lacks it;
+  // "" or "." is the closed filled arrowhead. eKeyNotFound for any other.
+  Acad::ErrorStatus setDimblk(const ACHAR* name) { return setDimBlockByName(342, name); }
+  Acad::ErrorStatus setDimblk1(const ACHAR* name) { return setDimBlockByName(343, name); }
+  Acad::ErrorStatus setDimblk2(const ACHAR* name) { return setDimBlockByName(344, name); }
+  Acad::ErrorStatus setDimldrblk(const ACHAR* name) { return setDimBlockByName(341, name); }
+  // The dimension takes the data of the record: each variable where the
+  // record differs from the dimension's style becomes the dimension's own,
+  // and any other value of its own goes, so that it draws as the record
+  // says while it keeps its style. A null id drops all of its own values
+  // and sets its style to null: the drawing's current dimension style.
+  Acad::ErrorStatus setDimstyleData(AcDbObjectId record);
+  // A new record in no database (the caller deletes it) with the data the
+  // dimension draws with: its style's and its own values over them.
+  Acad::ErrorStatus getDimstyleData(AcDbDimStyleTableRecord*& record) const;
 
   // The block that draws the dimension, and where it is placed.
   AcDbObjectId dimBlockId() const { return mBlock; }
@@ -96,6 +161,11 @@ class AcDbDimension : public AcDbEntity {
   // Group 70's bits over the kind (its low bits, which the class gives).
   enum Flags : short { kBlockOfItsOwn = 32, kUserTextPosition = 128 };
   virtual short dimensionKind() const = 0;
+  // What the measurement's number follows in the text ("R" for a radius).
+  virtual std::wstring measurementPrefix() const { return L""; }
+  // Group 70's bits over the kind.
+  short flags() const { return mFlags; }
+  void setFlags(short flags) { mFlags = flags; }
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;
   // The clones' insertion point (12), which the linear kinds write in their
   // own subclass.
@@ -117,6 +187,13 @@ class AcDbDimension : public AcDbEntity {
 
  private:
   bool ownsItsBlock() const;
+  double dimReal(int code) const;
+  int dimInt(int code) const;
+  AcDbObjectId dimRecord(int code) const;
+  Acad::ErrorStatus setDimReal(int code, double value);
+  Acad::ErrorStatus setDimInt(int code, int value);
+  Acad::ErrorStatus setDimRecord(int code, AcDbObjectId record);
+  Acad::ErrorStatus setDimBlockByName(int code, const ACHAR* name);
 
   AcGePoint3d mTextPosition, mBlockPosition;
   AcGeVector3d mNormal = AcGeVector3d::kZAxis;
@@ -197,4 +274,108 @@ class AcDbRotatedDimension : public AcDbDimension {
  private:
   AcGePoint3d mXLine1, mXLine2;
   double mOblique = 0.0, mRotation = 0.0;
+};
+
+// Measures a radius: from the centre (group 10) to a point of the curve
+// (15). The picture: the dimension line from the centre to that point with
+// an arrowhead there, a leader on past it of the leader length, the text
+// at the leader's end (on the line without a leader), and a centre mark
+// (DIMCEN > 0).
+class AcDbRadialDimension : public AcDbDimension {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbRadialDimension);
+  AcDbRadialDimension() = default;
+  AcDbRadialDimension(const AcGePoint3d& center, const AcGePoint3d& chordPoint, double leaderLength,
+                      const ACHAR* dimText = nullptr, AcDbObjectId dimStyle = AcDbObjectId::kNull);
+
+  AcGePoint3d center() const { return mDefinitionPoint; }
+  Acad::ErrorStatus setCenter(const AcGePoint3d& point);
+  AcGePoint3d chordPoint() const { return mChord; }
+  Acad::ErrorStatus setChordPoint(const AcGePoint3d& point);
+  double leaderLength() const { return mLeader; }
+  Acad::ErrorStatus setLeaderLength(double length);
+
+  Acad::ErrorStatus measurement(double& value) const override;
+
+ protected:
+  short dimensionKind() const override { return 4; }
+  std::wstring measurementPrefix() const override { return L"R"; }
+  void dxfFields(kelhost::dxf::GroupFiler& filer) override;
+  void transformPoints(const AcGeMatrix3d& xform) override;
+  void definingPoints(AcGePoint3dArray& points) const override;
+  void drawPicture(kelhost::db::DimPicture& picture) override;
+
+ private:
+  AcGePoint3d mChord;
+  double mLeader = 0.0;
+};
+
+// Measures a diameter: between two opposite points of the curve (groups 10
+// and 15). The picture: the dimension line between them with an arrowhead
+// at each end, a leader past the far point of the leader length, and the
+// text in the middle (at the leader's end when there is one).
+class AcDbDiametricDimension : public AcDbDimension {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbDiametricDimension);
+  AcDbDiametricDimension() = default;
+  AcDbDiametricDimension(const AcGePoint3d& chordPoint, const AcGePoint3d& farChordPoint, double leaderLength,
+                         const ACHAR* dimText = nullptr, AcDbObjectId dimStyle = AcDbObjectId::kNull);
+
+  AcGePoint3d chordPoint() const { return mDefinitionPoint; }
+  Acad::ErrorStatus setChordPoint(const AcGePoint3d& point);
+  AcGePoint3d farChordPoint() const { return mFarChord; }
+  Acad::ErrorStatus setFarChordPoint(const AcGePoint3d& point);
+  double leaderLength() const { return mLeader; }
+  Acad::ErrorStatus setLeaderLength(double length);
+
+  Acad::ErrorStatus measurement(double& value) const override;
+
+ protected:
+  short dimensionKind() const override { return 3; }
+  std::wstring measurementPrefix() const override { return L"%%c"; }
+  void dxfFields(kelhost::dxf::GroupFiler& filer) override;
+  void transformPoints(const AcGeMatrix3d& xform) override;
+  void definingPoints(AcGePoint3dArray& points) const override;
+  void drawPicture(kelhost::db::DimPicture& picture) override;
+
+ private:
+  AcGePoint3d mFarChord;
+  double mLeader = 0.0;
+};
+
+// Measures how far a feature lies from an origin (group 10) along the X
+// axis or the Y axis of its plane (group 70's bit 64 for X): the feature's
+// point (13) and the end of its leader (14). The picture: the leader from
+// the feature (DIMEXO off it) to its end, and the text past the end.
+class AcDbOrdinateDimension : public AcDbDimension {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbOrdinateDimension);
+  AcDbOrdinateDimension() = default;
+  AcDbOrdinateDimension(bool useXAxis, const AcGePoint3d& definingPoint, const AcGePoint3d& leaderEndPoint,
+                        const ACHAR* dimText = nullptr, AcDbObjectId dimStyle = AcDbObjectId::kNull);
+
+  bool isUsingXAxis() const { return (flags() & kXAxis) != 0; }
+  bool isUsingYAxis() const { return !isUsingXAxis(); }
+  Acad::ErrorStatus useXAxis();
+  Acad::ErrorStatus useYAxis();
+  AcGePoint3d origin() const { return mDefinitionPoint; }
+  Acad::ErrorStatus setOrigin(const AcGePoint3d& point);
+  AcGePoint3d definingPoint() const { return mFeature; }
+  Acad::ErrorStatus setDefiningPoint(const AcGePoint3d& point);
+  AcGePoint3d leaderEndPoint() const { return mLeaderEnd; }
+  Acad::ErrorStatus setLeaderEndPoint(const AcGePoint3d& point);
+
+  Acad::ErrorStatus measurement(double& value) const override;
+
+ protected:
+  enum : short { kXAxis = 64 };
+  short dimensionKind() const override { return 6; }
+  void dxfFields(kelhost::dxf::GroupFiler& filer) override;
+  void transformPoints(const AcGeMatrix3d& xform) override;
+  void definingPoints(AcGePoint3dArray& points) const override;
+  void drawPicture(kelhost::db::DimPicture& picture) override;
+
+ private:
+  Acad::ErrorStatus setAxis(bool x);
+  AcGePoint3d mFeature, mLeaderEnd;
 };

@@ -310,9 +310,32 @@ class AcDbDimStyleTableRecord : public AcDbSymbolTableRecord {
   bool dimsah() const { return integer(173) != 0; }
   bool dimtih() const { return integer(73) != 0; }
   bool dimtoh() const { return integer(74) != 0; }
+  double dimrnd() const { return real(45); }
+  double dimdle() const { return real(46); }
+  double dimtsz() const { return real(142); }
+  double dimlfac() const { return real(144); }
+  int dimzin() const { return integer(78); }
   AcDbObjectId dimtxsty() const { return mTextStyle; }
+  // Arrowhead blocks (null: the closed filled arrowhead): DIMBLK for both
+  // ends, DIMBLK1 and DIMBLK2 for each end when DIMSAH is on, DIMLDRBLK
+  // for leaders.
+  AcDbObjectId dimblk() const { return recordVar(342); }
+  AcDbObjectId dimblk1() const { return recordVar(343); }
+  AcDbObjectId dimblk2() const { return recordVar(344); }
+  AcDbObjectId dimldrblk() const { return recordVar(341); }
   // The measurement's prefix and suffix: "<>" stands for the measurement.
   const ACHAR* dimpost() const { return mPostfix.c_str(); }
+  const ACHAR* dimapost() const { return mAltPostfix.c_str(); }
+  Acad::ErrorStatus setDimpost(const ACHAR* text);
+  Acad::ErrorStatus setDimapost(const ACHAR* text);
+  Acad::ErrorStatus setDimrnd(double v) { return setReal(45, v); }
+  Acad::ErrorStatus setDimdle(double v) { return setReal(46, v); }
+  Acad::ErrorStatus setDimtsz(double v) { return setReal(142, v); }
+  Acad::ErrorStatus setDimzin(int v) { return setInteger(78, v); }
+  Acad::ErrorStatus setDimblk(AcDbObjectId block) { return setRecordVar(342, block); }
+  Acad::ErrorStatus setDimblk1(AcDbObjectId block) { return setRecordVar(343, block); }
+  Acad::ErrorStatus setDimblk2(AcDbObjectId block) { return setRecordVar(344, block); }
+  Acad::ErrorStatus setDimldrblk(AcDbObjectId block) { return setRecordVar(341, block); }
   Acad::ErrorStatus setDimscale(double v) { return setReal(40, v); }
   Acad::ErrorStatus setDimasz(double v) { return setReal(41, v); }
   Acad::ErrorStatus setDimexo(double v) { return setReal(42, v); }
@@ -334,6 +357,11 @@ class AcDbDimStyleTableRecord : public AcDbSymbolTableRecord {
   int integer(int code) const;
   Acad::ErrorStatus setReal(int code, double value);
   Acad::ErrorStatus setInteger(int code, int value);
+  // The variables that name a record: DIMTXSTY 340 (a text style),
+  // DIMLDRBLK 341, DIMBLK 342, DIMBLK1 343, DIMBLK2 344 (blocks; null is
+  // the closed filled arrowhead). Null for any other code.
+  AcDbObjectId recordVar(int code) const;
+  Acad::ErrorStatus setRecordVar(int code, AcDbObjectId record);
 
  protected:
   void dxfFields(kelhost::dxf::GroupFiler& filer) override;
@@ -343,6 +371,7 @@ class AcDbDimStyleTableRecord : public AcDbSymbolTableRecord {
   std::vector<short> mInts;
   std::wstring mPostfix, mAltPostfix;  // DIMPOST 3, DIMAPOST 4
   AcDbObjectId mTextStyle;
+  AcDbObjectId mBlocks[4];  // DIMLDRBLK, DIMBLK, DIMBLK1, DIMBLK2
 };
 
 class AcDbViewTableRecord : public AcDbSymbolTableRecord {

@@ -192,7 +192,7 @@ TEST_F(Dimensions, EntmakePicksTheKindAndRefusesTheOthers) {
   rotated->close();
 
   // Kinds the host cannot draw, and bad lists, make nothing.
-  for (const wchar_t* bad : {L" (70 . 2) (13 0.0 0.0 0.0) (14 3.0 4.0 0.0)", L" (70 . 36) (15 1.0 1.0 0.0)",
+  for (const wchar_t* bad : {L" (70 . 2) (13 0.0 0.0 0.0) (14 3.0 4.0 0.0)", L" (70 . 37) (13 1.0 1.0 0.0) (14 2.0 2.0 0.0)",
                              L" (70 . 0) (13 0.0 0.0 0.0)", L" (2 . \"*D99\") (70 . 0) (13 0.0 0.0 0.0) (14 1.0 0.0 0.0)",
                              L" (3 . \"NO_SUCH_STYLE\") (13 0.0 0.0 0.0) (14 1.0 0.0 0.0)"}) {
     EXPECT_EQ(eval(L"(entmake '(" + common + bad + L"))"), L"nil") << bad;
