@@ -13,11 +13,11 @@
 #include "arx/dbpoly.h"
 #include "arx/dbsymtb.h"
 #include "db/database_state.h"
-#include "db/header_vars.h"
 #include "db/stub.h"
 #include "dxf/kept_object.h"
 #include "gi/recorder.h"
 #include "kelhost/text.h"
+#include "plot/drawing_settings.h"
 #include "plot/entity_colour.h"
 #include "plot/linetype_dashes.h"
 #include "plot/painter_state.h"
@@ -29,18 +29,6 @@ namespace {
 constexpr double kTwoPi = 6.283185307179586476925;
 constexpr int kMaxNesting = 64;  // a block that holds itself stops here
 constexpr double kCurveTolerance = 0.15;  // device units a curve's chords may stray
-
-double HeaderNumber(AcDbDatabase* db, const wchar_t* name, double fallback) {
-  if (const db::HeaderVarDef* def = db::FindHeaderVarDef(name)) {
-    const db::HeaderValue v = db::GetHeaderVar(db->state(), *def);
-    return v.type == RTREAL ? v.real : v.integer;
-  }
-  // Variables the host keeps only as a file gave them.
-  const auto& store = db->state().headerVars;
-  auto it = store.find(name);
-  if (it == store.end()) return fallback;
-  return it->second.type == RTREAL ? it->second.real : it->second.integer;
-}
 
 template <class T>
 const T* Live(AcDbObjectId id) {
@@ -73,10 +61,10 @@ Affine Affine::then(const Affine& o) const {
 Painter::Painter(cairo_t* cr, AcDbDatabase* db, const PaintOptions& options)
     : mCr(cr), mDb(db), mOptions(options), mCaches(new Caches) {
   mLtscale = db->ltscale();
-  mLwDefault = static_cast<int>(HeaderNumber(db, L"LWDEFAULT", 25));
-  mFill = HeaderNumber(db, L"FILLMODE", 1) != 0;
-  mPdmode = static_cast<int>(HeaderNumber(db, L"PDMODE", 0));
-  mPdsize = HeaderNumber(db, L"PDSIZE", 0);
+  mLwDefault = static_cast<int>(DrawingSetting(db, L"LWDEFAULT", 25));
+  mFill = DrawingSetting(db, L"FILLMODE", 1) != 0;
+  mPdmode = static_cast<int>(DrawingSetting(db, L"PDMODE", 0));
+  mPdsize = DrawingSetting(db, L"PDSIZE", 0);
   cairo_set_line_cap(mCr, CAIRO_LINE_CAP_ROUND);
   cairo_set_line_join(mCr, CAIRO_LINE_JOIN_ROUND);
 }

@@ -23,6 +23,7 @@
 #include "db/stub.h"
 #include "kelhost/paths.h"
 #include "kelhost/text.h"
+#include "plot/drawing_settings.h"
 #include "plot/layout_viewports.h"
 #include "plot/painter.h"
 
@@ -46,13 +47,6 @@ struct Source {
   bool paper = false;
   Box area;
 };
-
-double HeaderReal(AcDbDatabase* db, const wchar_t* name, double fallback) {
-  const db::HeaderVarDef* def = db::FindHeaderVarDef(name);
-  if (!def) return fallback;
-  const db::HeaderValue v = db::GetHeaderVar(db->state(), *def);
-  return v.type == RTREAL ? v.real : v.type == RTSHORT || v.type == RTLONG ? v.integer : fallback;
-}
 
 bool FindLayoutBlock(AcDbDatabase* db, const std::wstring& name, AcDbObjectId& block) {
   if (EqualNoCase(name, L"Model")) {
@@ -272,7 +266,9 @@ bool PlotDrawing(AcDbDatabase* db, const Settings& s, const std::wstring& path, 
     PaintOptions options;
     options.monochrome = s.monochrome;
     options.devicePerMm = perMm;
-    options.lineweights = s.lineweights;
+    // A page plots lineweights; an image shows them as the screen does,
+    // when the drawing's LWDISPLAY is on.
+    options.lineweights = s.lineweights && (format != Format::kPng || DrawingSetting(db, L"LWDISPLAY", 0) != 0);
     // A pixel for an image; a hairline a printer still shows for a page.
     options.thinnest = format == Format::kPng ? 1.0 : 0.25;
     options.pointSize = 0.05 * src.area.height() * scale * perMm;
@@ -280,7 +276,7 @@ bool PlotDrawing(AcDbDatabase* db, const Settings& s, const std::wstring& path, 
     if (src.paper) {
       // The viewports' model space first, each within its rectangle, then
       // the paper's own entities over them.
-      const bool paperLinetypes = HeaderReal(db, L"PSLTSCALE", 1) != 0;
+      const bool paperLinetypes = DrawingSetting(db, L"PSLTSCALE", 1) != 0;
       for (const LayoutViewport& vp : ViewportsOf(db, src.space)) {
         const double k = vp.scale(), c = std::cos(vp.twist), sn = std::sin(vp.twist);
         Affine modelToPaper;

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "../database/database_fixture.h"
+#include "db/database_state.h"
 #include "kelhost/plot.h"
 #include "kelhost/text.h"
 #include "plot_test_support.h"
@@ -76,6 +77,7 @@ class PlotPictures : public DrawingTest {
   void SetUp() override {
     DrawingTest::SetUp();
     for (const wchar_t* expr : kDrawing) ASSERT_NE(eval(expr), L"nil") << kelhost::ToUtf8(expr);
+    setLwdisplay(true);
     settings.area = kelhost::plot::Area::kWindow;
     settings.window[2] = 200;
     settings.window[3] = 120;
@@ -86,6 +88,15 @@ class PlotPictures : public DrawingTest {
     settings.scale = 1;
     settings.center = false;
     settings.dpi = 254;  // ten pixels to the millimetre
+  }
+
+  // LWDISPLAY as a drawing file from the platform carries it.
+  void setLwdisplay(bool on) {
+    kelhost::db::HeaderValue v;
+    v.type = RTSHORT;
+    v.code = 290;
+    v.integer = on ? 1 : 0;
+    db->state().headerVars[L"LWDISPLAY"] = v;
   }
 
   Image plotPng(const std::string& name) {
@@ -191,6 +202,16 @@ TEST_F(PlotPictures, MonochromeAndThinLines) {
     EXPECT_TRUE((v >> 16) == ((v >> 8) & 255) && (v & 255) == ((v >> 8) & 255)) << std::hex << v;
   }
   EXPECT_FALSE(im.inkAt(1500, 1104)) << "without lineweights every line is one pixel";
+}
+
+// An image shows lineweights as the screen does; a page always plots them.
+TEST_F(PlotPictures, LwdisplayOffThinsImagesOnly) {
+  setLwdisplay(false);
+  EXPECT_FALSE(plotPng("thin.png").inkAt(1500, 1104));
+  const std::string pdf = scratch.file("thick.pdf");
+  std::wstring error;
+  ASSERT_TRUE(kelhost::plot::PlotDrawing(db.get(), settings, kelhost::FromUtf8(pdf), error));
+  EXPECT_TRUE(plot_tests::Rasterise(pdf, 254).inkAt(1500, 1104));
 }
 
 // A plot that cannot be made says why and leaves no file.
