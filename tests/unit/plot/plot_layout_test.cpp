@@ -89,3 +89,31 @@ TEST_F(PlotLayout, TwoViewportsAtTheirScalesClipped) {
 }
 
 }  // namespace
+
+namespace {
+
+// Entities the host keeps as read are left out, with one note for all.
+TEST_F(PlotLayout, KeptEntitiesAreNotedOnce) {
+  ASSERT_NE(eval(L"(entmake '((0 . \"LINE\") (10 0.0 0.0 0.0) (11 10.0 10.0 0.0)))"), L"nil");
+  for (int i = 0; i < 2; ++i) {
+    KeptData data;
+    data.type = L"HATCH";
+    AcDbBlockTableRecord* model = nullptr;
+    ASSERT_EQ(acdbOpenObject(model, db->modelSpaceId(), AcDb::kForWrite), Acad::eOk);
+    auto* hatch = new kelhost::dxf::KeptEntity(data);
+    AcDbObjectId id;
+    ASSERT_EQ(model->appendAcDbEntity(id, hatch), Acad::eOk);
+    hatch->close();
+    model->close();
+  }
+  plot_tests::ScratchDir scratch;
+  std::wstring error;
+  testing::internal::CaptureStderr();
+  const bool ok = kelhost::plot::PlotDrawing(db.get(), kelhost::plot::Settings(),
+                                             kelhost::FromUtf8(scratch.file("kept.svg")), error);
+  const std::string said = testing::internal::GetCapturedStderr();
+  ASSERT_TRUE(ok) << kelhost::ToUtf8(error);
+  EXPECT_EQ(said, "Plot: 2 objects kept as read not drawn (HATCH 2).\n");
+}
+
+}  // namespace
