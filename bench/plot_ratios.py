@@ -14,6 +14,7 @@ Run with /usr/bin/python3 from a Release build made with
     /usr/bin/python3 bench/plot_ratios.py --build build/default [--count 100000]
 """
 import argparse
+import logging
 import os
 import platform
 import shutil
@@ -26,6 +27,8 @@ import ezdxf
 import matplotlib
 
 matplotlib.use("Agg")
+# The drawing's shape-font names are not matplotlib's fonts: one complaint per text otherwise.
+logging.getLogger("matplotlib.font_manager").setLevel(logging.ERROR)
 import matplotlib.pyplot as plt  # noqa: E402
 from ezdxf.addons.drawing import Frontend, RenderContext  # noqa: E402
 from ezdxf.addons.drawing.matplotlib import MatplotlibBackend  # noqa: E402

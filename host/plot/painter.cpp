@@ -164,6 +164,22 @@ void Painter::chain(const std::vector<AcGePoint3d>& points, bool closed, const C
 // to stay within the tolerance on the device.
 void Painter::conic(const AcGePoint3d& center, const AcGeVector3d& u, const AcGeVector3d& v, double sweep,
                     const Context& c) {
+  // A circle that stays a circle on the device goes as cairo's arc: a few
+  // curves in a page instead of many chords.
+  double cx, cy, ux, uy, vx, vy;
+  const AcGePoint3d mc = c.model * center, mu = c.model * (center + u), mv = c.model * (center + v);
+  c.device.apply(mc.x, mc.y, cx, cy);
+  c.device.apply(mu.x, mu.y, ux, uy);
+  c.device.apply(mv.x, mv.y, vx, vy);
+  ux -= cx, uy -= cy, vx -= cx, vy -= cy;
+  const double ru = std::hypot(ux, uy), rv = std::hypot(vx, vy);
+  if (ru > 0 && std::fabs(ru - rv) <= 1e-9 * ru && std::fabs(ux * vx + uy * vy) <= 1e-9 * ru * ru) {
+    const double start = std::atan2(uy, ux);
+    cairo_move_to(mCr, cx + ux, cy + uy);
+    if (ux * vy - uy * vx > 0) cairo_arc(mCr, cx, cy, ru, start, start + sweep);
+    else cairo_arc_negative(mCr, cx, cy, ru, start, start - sweep);
+    return;
+  }
   const double radius = std::max(u.length(), v.length()) * PlaneScale(c.model) * c.device.unit();
   int n = 4;
   if (radius > kCurveTolerance) {

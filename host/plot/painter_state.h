@@ -5,6 +5,7 @@
 #include <map>
 #include <utility>
 
+#include "plot/font_faces.h"
 #include "plot/glyph_cache.h"
 #include "plot/linetype_dashes.h"
 #include "plot/painter.h"
@@ -32,6 +33,7 @@ struct Painter::Context {
 
 struct Painter::Caches {
   GlyphCache glyphs;
+  FontFaces faces;
   std::map<AcDbObjectId, std::pair<text::StyleFonts*, double>> styles;
   std::map<AcDbObjectId, Dashes> dashes;
 };

@@ -1,6 +1,7 @@
 // Text as its style's glyphs: TrueType outlines filled, shape-font strokes
 // drawn with the entity's pen.
 #include <cmath>
+#include <vector>
 
 #include "arx/dbblkref.h"
 #include "arx/dbents.h"
@@ -14,6 +15,7 @@
 #include "plot/painter_state.h"
 #include "text/font_library.h"
 #include "text/text_layout.h"
+#include "text/truetype_font.h"
 
 namespace kelhost::plot {
 
@@ -38,12 +40,45 @@ text::StyleFonts* Painter::fontsOf(AcDbObjectId style, double* widthFactor) {
 
 // One line of glyphs from start along x (unit), upright along y (unit):
 // a glyph point (u, v) in text-height units lands at
-// start + x (u xScale + v height slant) + y (v height).
+// start + x (u xScale + v height slant) + y (v height). TrueType glyphs go
+// to cairo as glyphs of their font; shape-font glyphs as their strokes.
 void Painter::textLine(text::StyleFonts& fonts, const std::u32string& shown, const AcGePoint3d& start,
                        const AcGeVector3d& x, const AcGeVector3d& y, double height, double xScale, double slant,
                        const Look& look, const Context& c) {
   setPen(look, c, false);
-  cairo_new_path(mCr);
+  // A glyph point to the device.
+  auto place = [&](double u, double v, double& dx, double& dy) {
+    const AcGePoint3d p = c.model * (start + x * (u * xScale + v * height * slant) + y * (v * height));
+    c.device.apply(p.x, p.y, dx, dy);
+  };
+  // Runs of glyphs of one TrueType font, shown together.
+  text::TrueTypeFont* runFont = nullptr;
+  std::vector<cairo_glyph_t> run;
+  auto showRun = [&] {
+    if (run.empty()) return;
+    cairo_font_face_t* face = mCaches->faces.faceOf(runFont);
+    double ox, oy, ux, uy, vx, vy;
+    place(0, 0, ox, oy);
+    place(1, 0, ux, uy);
+    place(0, 1, vx, vy);
+    // Text space (x along, y down) to the device.
+    cairo_matrix_t m;
+    cairo_matrix_init(&m, ux - ox, uy - oy, ox - vx, oy - vy, ox, oy);
+    if (face && std::fabs(m.xx * m.yy - m.xy * m.yx) > 1e-12) {
+      cairo_save(mCr);
+      cairo_transform(mCr, &m);
+      cairo_set_font_face(mCr, face);
+      cairo_set_font_size(mCr, runFont->emInTextHeights());
+      cairo_font_options_t* options = cairo_font_options_create();
+      cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
+      cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
+      cairo_set_font_options(mCr, options);
+      cairo_font_options_destroy(options);
+      cairo_show_glyphs(mCr, run.data(), static_cast<int>(run.size()));
+      cairo_restore(mCr);
+    }
+    run.clear();
+  };
   bool pendingFilled = false, pending = false;
   auto flush = [&] {
     if (!pending) return;
@@ -55,12 +90,18 @@ void Painter::textLine(text::StyleFonts& fonts, const std::u32string& shown, con
     }
     pending = false;
   };
-  // A glyph point to the device.
-  auto place = [&](double u, double v, double& dx, double& dy) {
-    const AcGePoint3d p = c.model * (start + x * (u * xScale + v * height * slant) + y * (v * height));
-    c.device.apply(p.x, p.y, dx, dy);
-  };
+  cairo_new_path(mCr);
   text::LayOutLine(fonts, shown, [&](const text::PlacedGlyph& g) {
+    if (g.font->kind() == text::Font::Kind::kTrueType) {
+      auto* font = static_cast<text::TrueTypeFont*>(g.font);
+      const unsigned index = g.byGlyphId ? g.glyphId : font->glyphIndex(g.code);
+      if (index != 0 && mCaches->faces.faceOf(font)) {
+        if (font != runFont) showRun();
+        runFont = font;
+        run.push_back(cairo_glyph_t{index, g.x, -g.y});
+        return;
+      }
+    }
     const text::GlyphPath* path = mCaches->glyphs.outline(g);
     if (!path) return;
     if (pending && pendingFilled != path->filled) flush();
@@ -69,7 +110,7 @@ void Painter::textLine(text::StyleFonts& fonts, const std::u32string& shown, con
     const double* k = path->coords.data();
     double lastX = 0, lastY = 0;  // the current point (device), for quadratic pieces
     for (text::GlyphPath::Op op : path->ops) {
-      double ax, ay, bx, by, ex, ey;
+      double ax = 0, ay = 0, bx = 0, by = 0, ex = 0, ey = 0;
       switch (op) {
         case text::GlyphPath::Op::kMove:
           place(g.x + k[0], g.y + k[1], ex, ey);
@@ -101,6 +142,7 @@ void Painter::textLine(text::StyleFonts& fonts, const std::u32string& shown, con
     }
   });
   flush();
+  showRun();
 }
 
 void Painter::text(const AcDbText& t, const Look& look, const Context& c) {
