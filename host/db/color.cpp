@@ -59,6 +59,28 @@ Adesk::UInt32 AcCmEntityColor::lookUpRGB(Adesk::UInt8 colorIndex) {
   return table[colorIndex];
 }
 
+Acad::ErrorStatus AcCmEntityColor::setRGB(Adesk::UInt8 red, Adesk::UInt8 green, Adesk::UInt8 blue) {
+  mMethod = kByColor;
+  mValue = Pack(red, green, blue);
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcCmEntityColor::setColorIndex(Adesk::Int16 colorIndex) {
+  if (colorIndex < 0 || colorIndex > 256) return Acad::eOutOfRange;
+  mMethod = colorIndex == 0 ? kByBlock : colorIndex == 256 ? kByLayer : kByACI;
+  mValue = static_cast<Adesk::UInt32>(colorIndex);
+  return Acad::eOk;
+}
+
+Adesk::Int16 AcCmEntityColor::colorIndex() const {
+  return mMethod == kByColor ? 7 : static_cast<Adesk::Int16>(mValue);
+}
+
+Adesk::UInt32 AcCmEntityColor::rgb() const {
+  if (mMethod == kByColor) return mValue;
+  return mMethod == kByACI ? lookUpRGB(static_cast<Adesk::UInt8>(mValue)) : 0;
+}
+
 AcCmColor::ColorMethod AcCmColor::colorMethod() const {
   if (isByLayer()) return kByLayer;
   if (isByBlock()) return kByBlock;

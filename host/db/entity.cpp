@@ -60,7 +60,18 @@ Acad::ErrorStatus AcDbEntity::setColorIndex(Adesk::UInt16 color, bool) {
   if (!writable()) return Acad::eNotOpenForWrite;
   if (color > 256) return Acad::eOutOfRange;
   mColorIndex = color;
+  mTrueColor = -1;
   return Acad::eOk;
+}
+
+AcCmEntityColor AcDbEntity::entityColor() const {
+  AcCmEntityColor c;
+  if (mTrueColor >= 0)
+    c.setRGB(static_cast<Adesk::UInt8>(mTrueColor >> 16), static_cast<Adesk::UInt8>(mTrueColor >> 8),
+             static_cast<Adesk::UInt8>(mTrueColor));
+  else
+    c.setColorIndex(static_cast<Adesk::Int16>(mColorIndex));
+  return c;
 }
 
 Acad::ErrorStatus AcDbEntity::setLinetype(const ACHAR* newVal, bool) {
@@ -127,6 +138,8 @@ void AcDbEntity::dxfFields(kelhost::dxf::GroupFiler& f) {
   f.int16(62, color, 256, Presence::kUnlessDefault);
   if (color < 0 || color > 256) f.fail(L"bad colour index in group 62");
   else mColorIndex = static_cast<Adesk::UInt16>(color);
+  f.int32(420, mTrueColor, -1, Presence::kUnlessDefault);
+  mTrueColor = mTrueColor < 0 ? -1 : (mTrueColor & 0xFFFFFF);
   short weight = mLineWeight;
   f.int16(370, weight, AcDb::kLnWtByLayer, Presence::kUnlessDefault);
   if (weight < AcDb::kLnWtByLwDefault || weight > AcDb::kLnWt211) f.fail(L"bad lineweight in group 370");

@@ -18,6 +18,7 @@ Acad::ErrorStatus AcDbEntity::setPropertiesFrom(const AcDbEntity* pFrom, bool) {
   mLinetype = from.mLinetype;
   mLinetypeScale = from.mLinetypeScale;
   mColorIndex = from.mColorIndex;
+  mTrueColor = from.mTrueColor;
   mLineWeight = from.mLineWeight;
   mInvisible = from.mInvisible;
   return Acad::eOk;

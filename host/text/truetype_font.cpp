@@ -143,6 +143,12 @@ bool TrueTypeFont::outlineOfGlyph(unsigned glyphId, GlyphPath& path) {
   return FT_Outline_Decompose(&face->glyph->outline, &funcs, &sink) == 0;
 }
 
+int TrueTypeFont::faceIndex() const { return mImpl->faceIndex; }
+
+unsigned TrueTypeFont::glyphIndex(char32_t c) const { return FT_Get_Char_Index(mImpl->face, c); }
+
+double TrueTypeFont::emInTextHeights() const { return mImpl->face->units_per_EM * mImpl->scale; }
+
 bool TrueTypeFont::outline(char32_t c, GlyphPath& path) {
   const FT_UInt id = FT_Get_Char_Index(mImpl->face, c);
   return id != 0 && outlineOfGlyph(id, path);

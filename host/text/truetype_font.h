@@ -30,6 +30,12 @@ class TrueTypeFont : public Font {
 
   bool outline(char32_t c, GlyphPath& path) override;
   bool outlineOfGlyph(unsigned glyphId, GlyphPath& path);
+  // What a renderer that draws the font's glyphs itself (a page that
+  // embeds the font) needs: the face in the file, the glyph of a
+  // character (0 for none), and the em square in text heights.
+  int faceIndex() const;
+  unsigned glyphIndex(char32_t c) const;
+  double emInTextHeights() const;
   std::string familyName() const;
   // Lays a run out with HarfBuzz (ligatures, marks, contextual forms):
   // what scripts whose shapes depend on their neighbours need.

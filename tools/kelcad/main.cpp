@@ -14,6 +14,7 @@
 #include "kelhost/host.h"
 #include "kelhost/text.h"
 #include "options.h"
+#include "plot_options.h"
 
 namespace {
 
@@ -59,6 +60,12 @@ int main(int argc, char** argv) {
     std::puts("kelcad " KELCAD_VERSION);
     return 0;
   }
+  // Plot settings are checked before anything runs.
+  kelhost::plot::Settings plotSettings;
+  if (!options.plot.empty() && !kelcad_console::PlotSettingsOf(options, plotSettings, error)) {
+    std::fprintf(stderr, "kelcad: %s\n", error.c_str());
+    return 2;
+  }
   kelhost::Host& host = kelhost::Host::instance();
   std::wstring why;
   // The drawing is open before anything runs; one that cannot be read
@@ -95,10 +102,15 @@ int main(int argc, char** argv) {
   if (!options.save.empty())
     saved = kelhost::WriteDrawingFile(acdbHostApplicationServices()->workingDatabase(),
                                       kelhost::FromUtf8(options.save), why);
+  std::wstring plotError;
+  const bool plotted =
+      options.plot.empty() || kelhost::plot::PlotDrawing(acdbHostApplicationServices()->workingDatabase(),
+                                                         plotSettings, kelhost::FromUtf8(options.plot), plotError);
   host.unloadAll();
   if (!host.atLineStart()) host.writeCommandLine(L"\n");
   std::fflush(stdout);
   if (!saved) return Fatal(kelhost::ToUtf8(why));
+  if (!plotted) return Fatal(kelhost::ToUtf8(plotError));
   // An AutoLISP error, input that ended inside a command, or an object
   // some call left open fails the run.
   return console.failed() || host.disciplineViolations() > 0 ? 1 : 0;

@@ -7,6 +7,7 @@ namespace kelcad_console {
 const char* Usage() {
   return "usage: kelcad [--drawing FILE.dxf] [--eval EXPR]... [SCRIPT.lsp]... [--script FILE.scr]...\n"
          "              [--input ANSWERS] [--save FILE.dxf] [--arx MODULE]... [--module KELCAD.arx]\n"
+         "              [--plot FILE.pdf|.svg|.png [PLOT OPTIONS]]\n"
          "  --eval EXPR      evaluate an AutoLISP expression and echo its value\n"
          "  SCRIPT.lsp       load an AutoLISP file (values are not echoed)\n"
          "  --script FILE    run a command script (.scr) as the SCRIPT command does\n"
@@ -15,6 +16,17 @@ const char* Usage() {
          "  --input ANSWERS  the user's answers to prompts, one per line (default: standard input)\n"
          "  --arx MODULE     load a further module after KELCAD.arx\n"
          "  --module PATH    the KELCAD module to load (default: the installed one)\n"
+         "  --plot FILE      plot the drawing when done, to PDF, SVG or PNG by the file's name\n"
+         "  --plot-layout NAME         Model (the default) or a paper space layout\n"
+         "  --plot-area AREA           extents, display, limits, layout, view:NAME or\n"
+         "                             window:X1,Y1,X2,Y2 (default: extents; layout for a layout)\n"
+         "  --plot-scale SCALE         fit, or plotted mm = drawing units as 1:100, 2=1 or 0.5\n"
+         "                             (default: fit; 1:1 for a layout)\n"
+         "  --plot-paper PAPER         A0 to A4 or WIDTHxHEIGHT in mm (default: A4)\n"
+         "  --plot-orientation WAY     landscape (the default) or portrait\n"
+         "  --plot-dpi N               dots per inch of a PNG, 10 to 2400 (default: 150)\n"
+         "  --plot-margin MM           unprinted border on each side (default: 5)\n"
+         "  --plot-style TABLE         monochrome.ctb plots black; acad.ctb (the default) in colour\n"
          "Without expressions or scripts, the Command: prompt reads standard input (with a\n"
          "terminal, interactively): command names, AutoLISP expressions and !symbol.\n";
 }
@@ -53,6 +65,24 @@ bool ParseOptions(int argc, char** argv, Options& o, std::string& error) {
       o.arx.push_back(v);
     } else if (!std::strcmp(a, "--module")) {
       if (!value(o.module)) return false;
+    } else if (!std::strcmp(a, "--plot")) {
+      if (!value(o.plot)) return false;
+    } else if (!std::strncmp(a, "--plot-", 7)) {
+      const std::string name = a + 7;
+      std::string* field = name == "layout"        ? &o.plotLayout
+                           : name == "area"        ? &o.plotArea
+                           : name == "scale"       ? &o.plotScale
+                           : name == "paper"       ? &o.plotPaper
+                           : name == "orientation" ? &o.plotOrientation
+                           : name == "dpi"         ? &o.plotDpi
+                           : name == "margin"      ? &o.plotMargin
+                           : name == "style"       ? &o.plotStyle
+                                                   : nullptr;
+      if (!field) {
+        error = std::string("unknown option ") + a;
+        return false;
+      }
+      if (!value(*field, false)) return false;
     } else if (a[0] == '-' && a[1] != '\0') {
       error = std::string("unknown option ") + a;
       return false;

@@ -18,6 +18,8 @@ struct Options {
   std::vector<std::string> arx;  // --arx MODULE: further modules to load
   std::string module;            // --module PATH: the KELCAD module itself
   std::vector<Step> steps;       // --eval and scripts, in order
+  // --plot FILE and its settings as given (checked when the plot is made).
+  std::string plot, plotLayout, plotArea, plotScale, plotPaper, plotOrientation, plotDpi, plotMargin, plotStyle;
   bool help = false;
   bool version = false;
 };

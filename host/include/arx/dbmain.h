@@ -9,6 +9,7 @@
 #include "adsdef.h"
 #include "dbid.h"
 #include "acarray.h"
+#include "dbcolor.h"
 #include "dbextents.h"
 #include "drawable.h"
 
@@ -176,8 +177,11 @@ class AcDbEntity : public AcDbObject {
   Acad::ErrorStatus setLayer(const ACHAR* newVal, bool doSubents = true);
   Acad::ErrorStatus setLayer(AcDbObjectId newVal, bool doSubents = true);
   Adesk::UInt16 colorIndex() const { return mColorIndex; }
-  // 0 (BYBLOCK) to 256 (BYLAYER); eOutOfRange otherwise.
+  // 0 (BYBLOCK) to 256 (BYLAYER); eOutOfRange otherwise. Replaces a true colour.
   Acad::ErrorStatus setColorIndex(Adesk::UInt16 color, bool doSubents = true);
+  // The colour as drawn: a true colour (DXF group 420) when the entity has
+  // one, else its colour index.
+  AcCmEntityColor entityColor() const;
   ACHAR* linetype() const;
   AcDbObjectId linetypeId() const { return mLinetype; }
   Acad::ErrorStatus setLinetype(const ACHAR* newVal, bool doSubents = true);
@@ -226,6 +230,7 @@ class AcDbEntity : public AcDbObject {
   AcDbObjectId mLinetype;  // null: BYLAYER
   double mLinetypeScale = 1.0;
   Adesk::UInt16 mColorIndex = 256;
+  std::int32_t mTrueColor = -1;  // 0x00RRGGBB, or -1 for none
   Adesk::Int16 mLineWeight = AcDb::kLnWtByLayer;
   bool mInvisible = false;
   bool mPaperSpaceRequested = false;  // 67 read from a list: where entmake puts it

@@ -1,0 +1,3 @@
+;; exit: 2
+;; args: --plot bad_paper.pdf --plot-paper B7
+(princ "ran")

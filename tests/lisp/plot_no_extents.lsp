@@ -1,0 +1,3 @@
+;; exit: 2
+;; args: --plot no_extents.pdf
+(princ "ran")
