@@ -261,6 +261,15 @@ const std::vector<Computed>& ComputedVars() {
        [](AcDbDatabase* db, const resbuf* rb) { return SetPositive(rb, [db](double x) { return db->setLtscale(x); }); }},
       {L"TEXTSIZE", [](AcDbDatabase* db) { return Real(db->textsize()); },
        [](AcDbDatabase* db, const resbuf* rb) { return SetPositive(rb, [db](double x) { return db->setTextsize(x); }); }},
+      {L"CELWEIGHT", [](AcDbDatabase* db) { return Short(static_cast<int>(db->celweight())); },
+       [](AcDbDatabase* db, const resbuf* rb) {
+         static const int kWeights[] = {-3, -2, -1, 0,  5,  9,  13, 15, 18,  20,  25,  30,  35,  40,
+                                        50, 53, 60, 70, 80, 90, 100, 106, 120, 140, 158, 200, 211};
+         if (rb->restype != RTSHORT) return RTREJ;
+         for (int w : kWeights)
+           if (w == rb->resval.rint) return db->setCelweight(static_cast<AcDb::LineWeight>(w)) == Acad::eOk ? RTNORM : RTREJ;
+         return RTREJ;
+       }},
       {L"TILEMODE", [](AcDbDatabase* db) { return Short(db->tilemode() ? 1 : 0); },
        [](AcDbDatabase* db, const resbuf* rb) {
          if (rb->restype != RTSHORT || (rb->resval.rint != 0 && rb->resval.rint != 1)) return RTREJ;
