@@ -3,7 +3,7 @@
 // shows, "^C" is Cancel): getfiled (a file name), acad_colordlg (a colour
 // number or name), acad_truecolordlg (the same, or "r,g,b"). An answer a
 // dialog cannot take is reported on standard error and the next line is
-// read. menucmd: no menus are loaded.
+// read. menucmd: DIESEL expressions; no menus are loaded.
 #include <sys/stat.h>
 
 #include <cstdio>
@@ -13,6 +13,7 @@
 #include "editor/user_input.h"
 #include "kelhost/paths.h"
 #include "kelhost/text.h"
+#include "lisp/diesel.h"
 #include "lisp/machine.h"
 
 namespace kelhost::lisp {
@@ -178,9 +179,12 @@ ValuePtr TrueColorDlg(Machine& m, Args& a) {
   }
 }
 
-// (menucmd text): menus are not loaded in a session without a screen.
+// (menucmd text): "M=expression" evaluates a DIESEL expression; menus
+// themselves are not loaded in a session without a screen, so every other
+// menu command has nothing to show, change or ask about.
 ValuePtr MenuCmd(Machine& m, Args& a) {
-  StrArg(m, a[0]);
+  const std::wstring& text = StrArg(m, a[0]);
+  if (text.size() >= 2 && (text[0] == L'M' || text[0] == L'm') && text[1] == L'=') return MakeStr(EvaluateDiesel(text.substr(2)));
   return nullptr;
 }
 

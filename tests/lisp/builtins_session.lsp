@@ -25,4 +25,8 @@
 (show "delete" (list (vl-registry-delete key "Grade") (vl-registry-read key "Grade") (vl-registry-delete (strcat key "\\Haunch"))))
 (show "no hive" (vl-registry-read "Software\\Kel"))
 (show "headless" (list (gc) (textscr) (startapp "notepad" "a.txt") (help) (menucmd "P1=*") (menugroup "ACAD")))
+(show "diesel" (mapcar '(lambda (e) (menucmd (strcat "M=" e)))
+                       '("$(+,1,2,3.5)" "$(if,$(=,$(getvar,lunits),2),decimal,other)" "$(substr,KELCAD,2,3)-$(upper,abc)"
+                         "$(edtime,2457023.5,DDDD D MONTH YYYY HH:MM)" "$(index,1,\"a,b,c\")" "$(nth,2,x,y,z)"
+                         "$(/,1,0)" "$(nosuch,1)" "$(+,1" "plain")))
 (princ)
