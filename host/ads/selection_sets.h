@@ -2,7 +2,10 @@
 // the editor keeps: the Previous selection and the pick-first set.
 #pragma once
 
+#include <set>
 #include <vector>
+
+#include "arx/acge.h"
 
 #include "arx/adsdef.h"
 #include "arx/dbid.h"
@@ -13,6 +16,19 @@ namespace kelhost::ads {
 void NewSelectionSet(std::vector<AcDbObjectId> ids, ads_name name);
 // The members of a set, or null for a name that is no live set.
 const std::vector<AcDbObjectId>* SelectionSetMembers(const ads_name name);
+
+// How ssget chose a set's members (what ssnamex reports): method 0 none
+// in particular ("X", a name, ssadd), 1 a pick at points[0], 2 a window
+// or window polygon, 3 a crossing window or polygon, 4 a fence, through
+// points. Members added afterwards were chosen in no particular way.
+struct SelectionHow {
+  int method = 0;
+  std::vector<AcGePoint3d> points;
+  std::set<AcDbObjectId> members;
+};
+void SetSelectionHow(const ads_name name, SelectionHow how);
+// The member's method and points; method 0 when it has none.
+SelectionHow SelectionHowOf(const ads_name name, AcDbObjectId member);
 
 // The latest selection ("P"): its live members of the working drawing.
 std::vector<AcDbObjectId> PreviousSelection();

@@ -192,6 +192,23 @@ Found Gather(const Mode& mode, const void* pt1, const void* pt2, const std::func
   return found.empty() ? Found::kNone : Found::kSome;
 }
 
+// What ssnamex tells of a set made from points given to ssget.
+SelectionHow HowChosen(const Mode& mode, const void* pt1, const void* pt2) {
+  SelectionHow how;
+  const std::wstring& m = mode.name;
+  if (m.empty() && pt1) {
+    how.method = 1;
+    how.points.push_back(PointOf(pt1));
+  } else if ((m == L"W" || m == L"C") && pt1 && pt2) {
+    const AcGePoint3d a = PointOf(pt1), b = PointOf(pt2);
+    how.method = m == L"W" ? 2 : 3;
+    how.points = {a, AcGePoint3d(b.x, a.y, a.z), b, AcGePoint3d(a.x, b.y, a.z)};
+  } else if (m == L"WP" || m == L"CP" || m == L"F") {
+    if (ChainPoints(pt1, how.points)) how.method = m == L"WP" ? 2 : m == L"CP" ? 3 : 4;
+  }
+  return how;
+}
+
 int SSGet(const ACHAR* str, const void* pt1, const void* pt2, const resbuf* filter, ads_name ss) {
   AcDbDatabase* db = WorkingDb();
   Mode mode;
@@ -212,7 +229,10 @@ int SSGet(const ACHAR* str, const void* pt1, const void* pt2, const resbuf* filt
     if (accept(id)) chosen.push_back(id);
   if (chosen.empty()) return RTERROR;
   SetPreviousSelection(chosen);
+  SelectionHow how = HowChosen(mode, pt1, pt2);
+  how.members.insert(chosen.begin(), chosen.end());
   NewSelectionSet(std::move(chosen), ss);
+  if (how.method) SetSelectionHow(ss, std::move(how));
   return RTNORM;
 }
 

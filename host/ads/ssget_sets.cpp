@@ -16,6 +16,7 @@ namespace {
 struct Store {
   std::mutex lock;
   std::map<std::int64_t, std::vector<AcDbObjectId>> sets;
+  std::map<std::int64_t, SelectionHow> hows;
   std::int64_t next = 1;
 };
 
@@ -53,6 +54,21 @@ const std::vector<AcDbObjectId>* SelectionSetMembers(const ads_name name) {
   return Find(s, name);
 }
 
+void SetSelectionHow(const ads_name name, SelectionHow how) {
+  Store& s = TheStore();
+  std::lock_guard<std::mutex> hold(s.lock);
+  if (Find(s, name)) s.hows[name[0]] = std::move(how);
+}
+
+SelectionHow SelectionHowOf(const ads_name name, AcDbObjectId member) {
+  Store& s = TheStore();
+  std::lock_guard<std::mutex> hold(s.lock);
+  if (!Find(s, name)) return {};
+  auto it = s.hows.find(name[0]);
+  if (it == s.hows.end() || !it->second.members.count(member)) return {};
+  return it->second;
+}
+
 }  // namespace kelhost::ads
 
 int acedSSFree(const ads_name sname) {
@@ -60,6 +76,7 @@ int acedSSFree(const ads_name sname) {
   std::lock_guard<std::mutex> hold(s.lock);
   if (!kelhost::ads::Find(s, sname)) return RTERROR;
   s.sets.erase(sname[0]);
+  s.hows.erase(sname[0]);
   return RTNORM;
 }
 

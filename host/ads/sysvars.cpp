@@ -1,6 +1,7 @@
 // acedGetVar and acedSetVar: the drawing's variables (the working
 // database's header), the session's, and those computed from the state of
 // the drawing or the program.
+#include <chrono>
 #include <cmath>
 #include <ctime>
 #include <functional>
@@ -36,6 +37,7 @@ int ToResbuf(const HeaderValue& v, resbuf* out) {
   out->restype = static_cast<short>(v.type);
   switch (v.type) {
     case RTSHORT: out->resval.rint = static_cast<short>(v.integer); return RTNORM;
+    case RTLONG: out->resval.rlong = v.integer; return RTNORM;
     case RTREAL: out->resval.rreal = v.real; return RTNORM;
     case RTSTR: return acutNewString(v.text.c_str(), out->resval.rstring);
     case RTPOINT:
@@ -62,6 +64,15 @@ int FromResbuf(const HeaderVarDef& def, const resbuf* rb, HeaderValue& out) {
       else if (rb->restype == RTLONG) x = rb->resval.rlong;
       else return RTREJ;
       if (x < -32768 || x > 32767 || !InRange(def, static_cast<double>(x))) return RTREJ;
+      out.integer = static_cast<std::int32_t>(x);
+      return RTNORM;
+    }
+    case RTLONG: {
+      long x;
+      if (rb->restype == RTSHORT) x = rb->resval.rint;
+      else if (rb->restype == RTLONG) x = rb->resval.rlong;
+      else return RTREJ;
+      if (!InRange(def, static_cast<double>(x))) return RTREJ;
       out.integer = static_cast<std::int32_t>(x);
       return RTNORM;
     }
@@ -95,6 +106,12 @@ HeaderValue Short(int x) {
   v.integer = x;
   return v;
 }
+HeaderValue Long(std::int32_t x) {
+  HeaderValue v;
+  v.type = RTLONG;
+  v.integer = x;
+  return v;
+}
 HeaderValue Real(double x) {
   HeaderValue v;
   v.type = RTREAL;
@@ -109,6 +126,13 @@ HeaderValue Text(std::wstring s) {
 }
 
 // ------------------------------------------------------------ computed variables
+
+// When the session started: the clocks of MILLISECS, TDINDWG and TDUSRTIMER.
+const std::chrono::steady_clock::time_point kSessionStart = std::chrono::steady_clock::now();
+
+double SessionSeconds() {
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - kSessionStart).count();
+}
 
 std::mutex gNameLock;
 std::wstring gDwgPrefix, gDwgName = L"Drawing1.dwg";
@@ -237,6 +261,15 @@ const std::vector<Computed>& ComputedVars() {
        [](AcDbDatabase* db, const resbuf* rb) { return SetPositive(rb, [db](double x) { return db->setLtscale(x); }); }},
       {L"TEXTSIZE", [](AcDbDatabase* db) { return Real(db->textsize()); },
        [](AcDbDatabase* db, const resbuf* rb) { return SetPositive(rb, [db](double x) { return db->setTextsize(x); }); }},
+      {L"CELWEIGHT", [](AcDbDatabase* db) { return Short(static_cast<int>(db->celweight())); },
+       [](AcDbDatabase* db, const resbuf* rb) {
+         static const int kWeights[] = {-3, -2, -1, 0,  5,  9,  13, 15, 18,  20,  25,  30,  35,  40,
+                                        50, 53, 60, 70, 80, 90, 100, 106, 120, 140, 158, 200, 211};
+         if (rb->restype != RTSHORT) return RTREJ;
+         for (int w : kWeights)
+           if (w == rb->resval.rint) return db->setCelweight(static_cast<AcDb::LineWeight>(w)) == Acad::eOk ? RTNORM : RTREJ;
+         return RTREJ;
+       }},
       {L"TILEMODE", [](AcDbDatabase* db) { return Short(db->tilemode() ? 1 : 0); },
        [](AcDbDatabase* db, const resbuf* rb) {
          if (rb->restype != RTSHORT || (rb->resval.rint != 0 && rb->resval.rint != 1)) return RTREJ;
@@ -304,6 +337,16 @@ const std::vector<Computed>& ComputedVars() {
       // Worked out again after any change (db/drawing_extents.h).
       {L"EXTMIN", [](AcDbDatabase* db) { return Extents(db, L"EXTMIN"); }, nullptr},
       {L"EXTMAX", [](AcDbDatabase* db) { return Extents(db, L"EXTMAX"); }, nullptr},
+      // Milliseconds the host has been running (wrapping as a 32-bit count).
+      {L"MILLISECS",
+       [](AcDbDatabase*) { return Long(static_cast<std::int32_t>(static_cast<std::int64_t>(SessionSeconds() * 1000) & 0x7FFFFFFF)); },
+       nullptr},
+      // Time in the drawing and on the user timer, in days (the drawing is
+      // the session's).
+      {L"TDINDWG", [](AcDbDatabase*) { return Real(SessionSeconds() / 86400.0); }, nullptr},
+      {L"TDUSRTIMER", [](AcDbDatabase*) { return Real(SessionSeconds() / 86400.0); }, nullptr},
+      // The current viewport: model space is viewport 2, paper space 1.
+      {L"CVPORT", [](AcDbDatabase* db) { return Short(db->tilemode() ? 2 : 1); }, nullptr},
       {L"DATE",
        [](AcDbDatabase*) {
          double julian, calendar;
@@ -348,9 +391,11 @@ int GetVar(const ACHAR* sym, resbuf* result) {
   std::wstring longName;
   const std::wstring_view upper = UpperName(sym, buf, longName);
   AcDbDatabase* db = ads::WorkingDb();
-  if (const HeaderVarDef* def = FindSessionDef(upper)) return ToResbuf(GetSessionVar(*def), result);
+  const Computed* c = FindComputed(upper);
+  if (!c)
+    if (const HeaderVarDef* def = FindSessionDef(upper)) return ToResbuf(GetSessionVar(*def), result);
   if (!db) return RTERROR;
-  if (const Computed* c = FindComputed(upper)) return ToResbuf(c->get(db), result);
+  if (c) return ToResbuf(c->get(db), result);
   if (const HeaderVarDef* def = db::FindHeaderVarDef(upper)) return ToResbuf(db::GetHeaderVar(db->state(), *def), result);
   return RTERROR;
 }
@@ -362,7 +407,8 @@ int SetVar(const ACHAR* sym, const resbuf* val, bool asHost) {
   std::wstring longName;
   const std::wstring_view upper = UpperName(sym, buf, longName);
   HeaderValue value;
-  if (const HeaderVarDef* def = FindSessionDef(upper)) {
+  const Computed* computed = FindComputed(upper);
+  if (const HeaderVarDef* def = computed ? nullptr : FindSessionDef(upper)) {
     if (def->readOnly && !asHost) return RTREJ;
     const int status = FromResbuf(*def, val, value);
     if (status == RTNORM) PutSessionVar(*def, value);
@@ -370,7 +416,7 @@ int SetVar(const ACHAR* sym, const resbuf* val, bool asHost) {
   }
   AcDbDatabase* db = ads::WorkingDb();
   if (!db) return RTERROR;
-  if (const Computed* c = FindComputed(upper)) return c->set ? c->set(db, val) : RTREJ;
+  if (computed) return computed->set ? computed->set(db, val) : RTREJ;
   if (const HeaderVarDef* def = db::FindHeaderVarDef(upper)) {
     if (def->readOnly && !asHost) return RTREJ;
     const int status = FromResbuf(*def, val, value);

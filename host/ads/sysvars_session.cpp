@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "ads/sysvar_catalog.h"
 #include "arx/adsdef.h"
 #include "db/name_index.h"
 
@@ -26,8 +27,26 @@ HeaderVarDef Text(const wchar_t* name, const wchar_t* value, bool readOnly = fal
   return {name, RTSTR, 1, HeaderPlace::kHeader, readOnly, 1, 0, {0, 0, 0}, value};
 }
 
+std::vector<HeaderVarDef> MakeDefs();
+
+// The program's variables of the catalog (kept in its settings or not
+// saved at all) that have no definition of their own here, in the
+// drawing's header or among the computed ones.
+void AddCatalogVars(std::vector<HeaderVarDef>& defs) {
+  auto defined = [&defs](const std::wstring& name) {
+    for (const HeaderVarDef& d : defs)
+      if (name == d.name) return true;
+    return false;
+  };
+  for (const CatalogVar& v : Catalog()) {
+    if ((v.place != 'R' && v.place != 'N') || defined(v.name) || db::FindHeaderVarDef(v.name)) continue;
+    defs.push_back({v.name.c_str(), v.type, v.code, HeaderPlace::kHeader, v.readOnly, v.lo, v.hi,
+                    {v.value[0], v.value[1], v.value[2]}, v.type == RTSTR ? v.text.c_str() : nullptr});
+  }
+}
+
 std::vector<HeaderVarDef> MakeDefs() {
-  return {
+  std::vector<HeaderVarDef> defs = {
       Short(L"ATTDIA", 0, 0, 1),
       Short(L"ATTREQ", 1, 0, 1),
       Short(L"BLIPMODE", 0, 0, 1),
@@ -43,7 +62,8 @@ std::vector<HeaderVarDef> MakeDefs() {
       Text(L"FONTALT", L"simplex.shx"),
       Short(L"HIGHLIGHT", 1, 0, 1),
       Text(L"INSNAME", L""),
-      Short(L"OSMODE", 4133, 0, 16383),
+      // 16384 turns the running snaps off and keeps the others' bits.
+      Short(L"OSMODE", 4133, 0, 32767),
       Short(L"PICKBOX", 3, 0, 50),
       Short(L"TRIMMODE", 1, 0, 1),
       Short(L"UNDOCTL", 53, 1, 0, true),
@@ -57,9 +77,11 @@ std::vector<HeaderVarDef> MakeDefs() {
       Text(L"USERS4", L""),
       Text(L"USERS5", L""),
       Text(L"MENUNAME", L"acad", true),
-      Text(L"ACADVER", L"24.0s (KELCAD host)", true),
+      Text(L"ACADVER", L"20.1s (LMS Tech)", true),
       Text(L"PLATFORM", L"KELCAD headless host", true),
   };
+  AddCatalogVars(defs);
+  return defs;
 }
 
 const std::vector<HeaderVarDef>& Defs() {

@@ -2,12 +2,15 @@
 // defaults, and reading them from the header store.
 #include "db/header_vars.h"
 
+#include <cwchar>
 #include <string_view>
 #include <unordered_map>
 
+#include "ads/sysvar_catalog.h"
 #include "arx/adsdef.h"
 #include "db/active_view.h"
 #include "db/database_state.h"
+#include "db/dimstyle_vars.h"
 #include "db/name_index.h"
 #include "db/stub.h"
 
@@ -32,6 +35,42 @@ HeaderVarDef Point3(const wchar_t* name, double x, double y, double z, bool read
 HeaderVarDef ReadOnly(HeaderVarDef def) {
   def.readOnly = true;
   return def;
+}
+
+// Held in the database's own fields or written from the file format:
+// the DXF writer and reader treat them apart.
+bool HeldElsewhere(const std::wstring& name) {
+  static const wchar_t* const kNames[] = {L"ACADVER", L"HANDSEED", L"DWGCODEPAGE", L"ACADMAINTVER", L"CLAYER",
+                                          L"CELTYPE", L"CECOLOR", L"CELTSCALE", L"CELWEIGHT", L"TEXTSTYLE",
+                                          L"DIMSTYLE", L"TEXTSIZE", L"LTSCALE", L"TILEMODE"};
+  for (const wchar_t* n : kNames)
+    if (name == n) return true;
+  return false;
+}
+
+// The dimension variables (the metric style's values) and the drawing's
+// variables of the catalog that have no definition above.
+void AddCatalogVars(std::vector<HeaderVarDef>& defs) {
+  auto defined = [&defs](const wchar_t* name) {
+    for (const HeaderVarDef& d : defs)
+      if (std::wcscmp(d.name, name) == 0) return true;
+    return false;
+  };
+  for (const DimVar& v : DimRealVars())
+    if (!defined(v.name)) defs.push_back(Real(v.name, v.metric));
+  for (const DimVar& v : DimIntVars()) {
+    if (defined(v.name)) continue;
+    HeaderVarDef def = Short(v.name, v.metric, -32768, 32767);
+    const std::wstring name = v.name;
+    if (name == L"DIMFXLON" || name == L"DIMTXTDIRECTION") def.code = 290;
+    if (name == L"DIMASSOC") def.code = 280;
+    defs.push_back(def);
+  }
+  for (const sysvars::CatalogVar& v : sysvars::Catalog()) {
+    if ((v.place != 'H' && v.place != 'D') || HeldElsewhere(v.name) || defined(v.name.c_str())) continue;
+    defs.push_back({v.name.c_str(), v.type, v.code, v.place == 'H' ? H : HeaderPlace::kDrawing, v.readOnly, v.lo, v.hi,
+                    {v.value[0], v.value[1], v.value[2]}, v.type == RTSTR ? v.text.c_str() : nullptr});
+  }
 }
 
 std::vector<HeaderVarDef> MakeDefs() {
@@ -86,6 +125,7 @@ std::vector<HeaderVarDef> MakeDefs() {
   const wchar_t* userr[] = {L"USERR1", L"USERR2", L"USERR3", L"USERR4", L"USERR5"};
   for (const wchar_t* n : useri) defs.push_back(Short(n, 0, -32768, 32767));
   for (const wchar_t* n : userr) defs.push_back(Real(n, 0.0));
+  AddCatalogVars(defs);
   return defs;
 }
 
@@ -107,7 +147,8 @@ HeaderValue DefaultHeaderValue(const HeaderVarDef& def) {
   v.type = def.type;
   v.code = def.code;
   switch (def.type) {
-    case RTSHORT: v.integer = static_cast<std::int32_t>(def.value[0]); break;
+    case RTSHORT:
+    case RTLONG: v.integer = static_cast<std::int32_t>(def.value[0]); break;
     case RTREAL: v.real = def.value[0]; break;
     case RTSTR: v.text = def.text ? def.text : L""; break;
     default:

@@ -37,6 +37,7 @@ using HeaderStore = std::map<std::wstring, HeaderValue, std::less<>>;
 enum class HeaderPlace {
   kHeader,    // the HEADER section
   kViewport,  // the active viewport's record (view and drawing aids)
+  kDrawing,   // kept with the drawing, but not among a DXF file's header variables
 };
 
 struct HeaderVarDef {

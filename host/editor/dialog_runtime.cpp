@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <map>
+#include <sstream>
 
 #include "app/support_path.h"
 #include "arx/acedads.h"
@@ -96,6 +97,17 @@ void Dialog::collect(const Tile& t, int cluster) {
   s.cluster = cluster;
   s.enabled = t.attribute(L"is_enabled").empty() || t.flag(L"is_enabled");
   s.action.expression = t.attribute(L"action");
+  if (s.isList()) {
+    // The list attribute's lines ("\n" between them; "\t" stays a tab).
+    const std::wstring& list = t.attribute(L"list");
+    size_t from = 0;
+    while (!list.empty() && from <= list.size()) {
+      size_t nl = list.find(L'\n', from);
+      if (nl == std::wstring::npos) nl = list.size();
+      s.items.push_back(list.substr(from, nl - from));
+      from = nl + 1;
+    }
+  }
   mTiles.push_back(s);
   const int index = static_cast<int>(mTiles.size()) - 1;
   const int inner = IsRadioCluster(t.type) ? index : cluster;
@@ -267,7 +279,22 @@ bool Dialog::answer(const std::wstring& line, std::wstring& why) {
       return false;
     }
     select(target, L"1");
-  } else if (type == L"list_box" || type == L"popup_list" || type == L"slider") {
+  } else if (t.isList()) {
+    // Item indices ("0 2"; a popup list takes one) within the list.
+    std::wistringstream indices(value);
+    std::wstring word;
+    int count = 0;
+    while (indices >> word) {
+      wchar_t* end = nullptr;
+      const long n = std::wcstol(word.c_str(), &end, 10);
+      if (*end || n < 0 || static_cast<size_t>(n) >= t.items.size() || (type == L"popup_list" && count > 0)) {
+        why = L"tile \"" + key + L"\" has no item " + word;
+        return false;
+      }
+      ++count;
+    }
+    t.value = Trim(value);
+  } else if (type == L"slider") {
     t.value = value;
   } else {
     why = L"tile \"" + key + L"\" takes no value";

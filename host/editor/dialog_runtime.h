@@ -38,6 +38,15 @@ struct Action {
   bool empty() const { return expression.empty() && !function; }
 };
 
+// What a program drew into an image tile: fill_image (a rectangle),
+// vector_image (a line) or slide_image (a slide in a rectangle).
+struct ImageOp {
+  enum Kind { kFill, kVector, kSlide } kind;
+  int x1, y1, x2, y2;  // fill and slide: corner and size; vector: the ends
+  int color;           // ACI, or -2 .. -18 for the dialog's own colours
+  std::wstring slide;
+};
+
 class Dialog {
  public:
   struct TileState {
@@ -48,6 +57,10 @@ class Dialog {
     Action action;
     void* clientData = nullptr;  // ads_client_data_tile
     std::wstring data;           // client_data_tile ($data)
+    std::vector<std::wstring> items;  // a list box's or popup list's lines
+    std::vector<ImageOp> image;       // an image tile's drawing
+    bool isList() const { return type == L"list_box" || type == L"popup_list"; }
+    bool isImage() const { return type == L"image" || type == L"image_button"; }
   };
 
   Dialog(std::wstring name, std::unique_ptr<Tile> root, Action defaultAction, int x, int y);

@@ -32,20 +32,6 @@ bool OnVisibleLayer(const AcDbEntity* e) {
   return !layer || (!layer->isOff() && !layer->isFrozen());
 }
 
-// Distance in the XY plane from p to the entity: to a curve its nearest
-// point, to anything else its extents (0 inside).
-double DistanceTo(const AcDbEntity* e, const AcGePoint3d& p) {
-  if (const AcDbCurve* curve = AcDbCurve::cast(e)) {
-    AcGePoint3d on;
-    if (curve->getClosestPointTo(p, on) == Acad::eOk) return std::hypot(on.x - p.x, on.y - p.y);
-  }
-  AcDbExtents box;
-  if (!SelectionBox(e, box)) return std::numeric_limits<double>::infinity();
-  const double dx = std::max({box.minPoint().x - p.x, 0.0, p.x - box.maxPoint().x});
-  const double dy = std::max({box.minPoint().y - p.y, 0.0, p.y - box.maxPoint().y});
-  return std::hypot(dx, dy);
-}
-
 bool ToWorld(const double ucsPoint[3], AcGePoint3d& world) {
   ads_point wcs;
   resbuf from{}, to{};
@@ -73,6 +59,18 @@ std::vector<std::pair<double, AcDbObjectId>> Near(const double ucsPoint[3]) {
 }
 
 }  // namespace
+
+double DistanceTo(const AcDbEntity* e, const AcGePoint3d& p) {
+  if (const AcDbCurve* curve = AcDbCurve::cast(e)) {
+    AcGePoint3d on;
+    if (curve->getClosestPointTo(p, on) == Acad::eOk) return std::hypot(on.x - p.x, on.y - p.y);
+  }
+  AcDbExtents box;
+  if (!SelectionBox(e, box)) return std::numeric_limits<double>::infinity();
+  const double dx = std::max({box.minPoint().x - p.x, 0.0, p.x - box.maxPoint().x});
+  const double dy = std::max({box.minPoint().y - p.y, 0.0, p.y - box.maxPoint().y});
+  return std::hypot(dx, dy);
+}
 
 bool SelectionBox(const AcDbEntity* e, AcDbExtents& box) {
   if (!e) return false;

@@ -8,6 +8,7 @@
 
 #include "arx/dbextents.h"
 #include "arx/dbid.h"
+#include "arx/acge.h"
 
 class AcDbEntity;
 
@@ -28,6 +29,10 @@ AcDbObjectId LastSelectable();
 // whose glyphs the host does not measure, the point it stands at. False
 // for an entity with neither.
 bool SelectionBox(const AcDbEntity* entity, AcDbExtents& box);
+
+// Distance in the XY plane from p to the entity: to a curve its nearest
+// point, to anything else its selection box (0 inside).
+double DistanceTo(const AcDbEntity* e, const AcGePoint3d& p);
 
 // The pick box's half size in drawing units: PICKBOX pixels of the view,
 // whose height of VIEWSIZE units fills SCREENSIZE's height in pixels.

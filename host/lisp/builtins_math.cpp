@@ -3,6 +3,7 @@
 #include <cmath>
 #include <limits>
 
+#include "arx/acutads.h"
 #include "lisp/machine.h"
 #include "lisp/printer.h"
 
@@ -241,9 +242,33 @@ ValuePtr Boole(Machine& m, Args& a) {
   return MakeInt(static_cast<std::int32_t>(acc));
 }
 
+// (cvunit value from to): a number, or each coordinate of a point, in
+// other units; nil when a unit is unknown or the two measure different
+// things.
+ValuePtr CvUnit(Machine& m, Args& a) {
+  const std::wstring& from = StrArg(m, a[1]);
+  const std::wstring& to = StrArg(m, a[2]);
+  auto convert = [&](const ValuePtr& v, double& out) {
+    return acutCvUnit(NumberOf(v), from.c_str(), to.c_str(), &out) == RTNORM;
+  };
+  double out = 0;
+  if (IsNumber(a[0])) return convert(a[0], out) ? MakeReal(out) : nullptr;
+  Args coords;
+  if (!IsCons(a[0]) || !ListElements(a[0], coords) || coords.size() < 2 || coords.size() > 3)
+    m.badArgument(L"numberp: ", a[0]);
+  ListBuilder b;
+  for (const ValuePtr& c : coords) {
+    if (!IsNumber(c)) m.badArgument(L"numberp: ", c);
+    if (!convert(c, out)) return nullptr;
+    b.add(MakeReal(out));
+  }
+  return b.take();
+}
+
 }  // namespace
 
 void RegisterMathBuiltins(Machine& m) {
+  m.defineBuiltin(L"CVUNIT", CvUnit, 3, 3);
   m.defineBuiltin(L"+", Add, 0, -1);
   m.defineBuiltin(L"-", Subtract, 0, -1);
   m.defineBuiltin(L"*", Multiply, 0, -1);

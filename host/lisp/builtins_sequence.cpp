@@ -1,5 +1,7 @@
 // The Visual LISP list functions: sorting, searching and filtering with
 // predicates.
+#include <algorithm>
+
 #include "lisp/equality.h"
 #include "lisp/machine.h"
 #include "lisp/printer.h"
@@ -13,16 +15,18 @@ bool Call(Machine& m, const ValuePtr& fn, ValuePtr a) {
 }
 
 // Bottom-up merge sort: every comparison has defined bounds, so a
-// comparison function that contradicts itself cannot upset it.
-void MergeSort(Machine& m, Args& items, const ValuePtr& precedes) {
+// comparison function that contradicts itself cannot upset it. valueOf
+// gives the AutoLISP value an item stands for.
+template <class T, class ValueOf>
+void MergeSort(Machine& m, std::vector<T>& items, const ValuePtr& precedes, ValueOf valueOf) {
   const size_t n = items.size();
-  Args merged(n);
+  std::vector<T> merged(n);
   for (size_t width = 1; width < n; width *= 2) {
     for (size_t lo = 0; lo < n; lo += 2 * width) {
       size_t mid = std::min(lo + width, n), hi = std::min(lo + 2 * width, n);
       size_t i = lo, j = mid, k = lo;
       while (i < mid && j < hi) {
-        Args args{items[j], items[i]};
+        Args args{valueOf(items[j]), valueOf(items[i])};
         merged[k++] = m.apply(precedes, args) ? items[j++] : items[i++];
       }
       while (i < mid) merged[k++] = items[i++];
@@ -42,10 +46,23 @@ bool Identical(const ValuePtr& a, const ValuePtr& b) {
 ValuePtr Sort(Machine& m, Args& a) {
   Args items = ListArg(m, a[0]);
   m.step(items.size());
-  MergeSort(m, items, a[1]);
+  MergeSort(m, items, a[1], [](const ValuePtr& v) { return v; });
   ListBuilder out;
   for (size_t k = 0; k < items.size(); ++k)
     if (k == 0 || !Identical(items[k], items[k - 1])) out.add(items[k]);
+  return out.take();
+}
+
+// (vl-sort-i list less): the positions of the elements in sorted order;
+// equal elements all keep their places.
+ValuePtr SortIndices(Machine& m, Args& a) {
+  Args items = ListArg(m, a[0]);
+  m.step(items.size());
+  std::vector<size_t> order(items.size());
+  for (size_t k = 0; k < order.size(); ++k) order[k] = k;
+  MergeSort(m, order, a[1], [&items](size_t k) { return items[k]; });
+  ListBuilder out;
+  for (size_t k : order) out.add(MakeInt(static_cast<std::int32_t>(k)));
   return out.take();
 }
 
@@ -133,6 +150,7 @@ ValuePtr ListLength(Machine& m, Args& a) {
 
 void RegisterSequenceBuiltins(Machine& m) {
   m.defineBuiltin(L"VL-SORT", Sort, 2, 2);
+  m.defineBuiltin(L"VL-SORT-I", SortIndices, 2, 2);
   m.defineBuiltin(L"VL-POSITION", Position, 2, 2);
   m.defineBuiltin(L"VL-REMOVE", Remove, 2, 2);
   m.defineBuiltin(L"VL-REMOVE-IF", RemoveIf<false>, 2, 2);

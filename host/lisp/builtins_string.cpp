@@ -1,5 +1,6 @@
 // Strings: building, slicing, case, conversions to and from numbers and
 // character codes, searching, trimming, wild-card matching, reading.
+#include <algorithm>
 #include <charconv>
 #include <climits>
 
@@ -216,6 +217,79 @@ ValuePtr StringPosition(Machine& m, Args& a) {
   return MakeInt(static_cast<std::int32_t>(at));
 }
 
+// (vl-string-translate source-set dest-set str): each character of str
+// found in source-set becomes the character at the same place of dest-set
+// (the last one of dest-set when it is shorter; kept when it is empty).
+ValuePtr StringTranslate(Machine& m, Args& a) {
+  const std::wstring& from = StrArg(m, a[0]);
+  const std::wstring& to = StrArg(m, a[1]);
+  std::wstring s = StrArg(m, a[2]);
+  m.step(s.size() / 16 + 1);
+  for (wchar_t& c : s) {
+    const size_t at = from.find(c);
+    if (at != std::wstring::npos && !to.empty()) c = to[std::min(at, to.size() - 1)];
+  }
+  return MakeStr(std::move(s));
+}
+
+// (vl-string-elt str position): the code of the character at a 0-based
+// position.
+ValuePtr StringElt(Machine& m, Args& a) {
+  const std::wstring& s = StrArg(m, a[0]);
+  const std::int32_t at = IntArg(m, a[1]);
+  if (at < 0 || static_cast<size_t>(at) >= s.size())
+    m.raise(L"bad argument value: string position out of range " + m.printed(a[1]));
+  return MakeInt(static_cast<std::int32_t>(s[static_cast<size_t>(at)]));
+}
+
+// (vl-string-mismatch str1 str2 [pos1 pos2 ignore-case]): the length of
+// the common prefix of the two strings from those positions.
+ValuePtr StringMismatch(Machine& m, Args& a) {
+  const std::wstring& s1 = StrArg(m, a[0]);
+  const std::wstring& s2 = StrArg(m, a[1]);
+  size_t i = a.size() > 2 && a[2] ? static_cast<size_t>(std::max(0, IntArg(m, a[2]))) : 0;
+  size_t j = a.size() > 3 && a[3] ? static_cast<size_t>(std::max(0, IntArg(m, a[3]))) : 0;
+  const bool ignoreCase = a.size() > 4 && a[4];
+  std::int32_t n = 0;
+  for (; i < s1.size() && j < s2.size(); ++i, ++j, ++n) {
+    const wchar_t c1 = ignoreCase ? ToUpperChar(s1[i]) : s1[i];
+    const wchar_t c2 = ignoreCase ? ToUpperChar(s2[j]) : s2[j];
+    if (c1 != c2) break;
+  }
+  return MakeInt(n);
+}
+
+// (acad_strlsort list): the strings in alphabetical order; nil when an
+// element is not a string.
+ValuePtr StrlSort(Machine& m, Args& a) {
+  Args items = ListArg(m, a[0]);
+  std::vector<std::wstring> texts;
+  texts.reserve(items.size());
+  for (const ValuePtr& v : items) {
+    if (!Is(v, Kind::Str)) return nullptr;
+    texts.push_back(As<StrValue>(v)->value);
+  }
+  m.step(texts.size());
+  std::stable_sort(texts.begin(), texts.end(), [](const std::wstring& x, const std::wstring& y) {
+    const int c = CompareNoCase(x, y);
+    return c != 0 ? c < 0 : x < y;
+  });
+  ListBuilder b;
+  for (std::wstring& t : texts) b.add(MakeStr(std::move(t)));
+  return b.take();
+}
+
+// (angtof string [units]): an angle text in radians; nil when it does not
+// read in those units.
+ValuePtr Angtof(Machine& m, Args& a) {
+  const std::wstring& s = StrArg(m, a[0]);
+  const int units = a.size() > 1 && a[1] ? IntArg(m, a[1]) : -1;
+  if (units < -1 || units > 4) return nullptr;
+  ads_real v = 0;
+  if (acutAngToF(s.c_str(), units, &v) != RTNORM) return nullptr;
+  return MakeReal(v);
+}
+
 ValuePtr PrincToString(Machine& m, Args& a) { return Str(m, m.printed(a[0], false)); }
 ValuePtr Prin1ToString(Machine& m, Args& a) { return Str(m, m.printed(a[0])); }
 
@@ -251,6 +325,12 @@ void RegisterStringBuiltins(Machine& m) {
   m.defineBuiltin(L"VL-PRIN1-TO-STRING", Prin1ToString, 1, 1);
   m.defineBuiltin(L"VL-SYMBOL-NAME", SymbolName, 1, 1);
   m.defineBuiltin(L"VL-SYMBOL-VALUE", SymbolValue, 1, 1);
+  m.defineBuiltin(L"VL-STRING-TRANSLATE", StringTranslate, 3, 3);
+  m.defineBuiltin(L"VL-STRING-ELT", StringElt, 2, 2);
+  m.defineBuiltin(L"VL-STRING-MISMATCH", StringMismatch, 2, 5);
+  m.defineBuiltin(L"ACAD_STRLSORT", StrlSort, 1, 1);
+  m.defineBuiltin(L"XSTRCASE", Strcase, 1, 2);
+  m.defineBuiltin(L"ANGTOF", Angtof, 1, 2);
 }
 
 }  // namespace kelhost::lisp

@@ -38,6 +38,13 @@ Interpreter::Impl::Impl() {
   RegisterCommandBuiltins(*this);
   RegisterInputBuiltins(*this);
   RegisterDialogBuiltins(*this);
+  RegisterSessionBuiltins(*this);
+  RegisterRegistryBuiltins(*this);
+  RegisterFileSystemBuiltins(*this);
+  RegisterScreenBuiltins(*this);
+  RegisterPickBuiltins(*this);
+  RegisterPropertyBuiltins(*this);
+  RegisterStandardDialogBuiltins(*this);
 }
 
 // Symbol values may refer back to their symbols (T is its own value): drop
@@ -92,6 +99,7 @@ ValuePtr Interpreter::Impl::evalCall(const ValuePtr& form) {
   DepthGuard guard(*this);
   step();
   Cons* call = AsCons(form);
+  CallRecord record(*this, Is(call->car, Kind::Sym) ? As<Symbol>(call->car) : nullptr);
   ValuePtr fn;
   if (Is(call->car, Kind::Sym)) {
     fn = As<Symbol>(call->car)->value;

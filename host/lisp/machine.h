@@ -58,6 +58,12 @@ struct Interpreter::Impl {
   std::vector<std::weak_ptr<ExSubr>> externals;
   std::vector<std::wstring> loadingDirs;  // directories of the files being loaded
 
+  // The functions being called, outermost first (vl-bt); null for a call
+  // of a function value that no symbol names.
+  std::vector<const Symbol*> callStack;
+  // vl-bb-set's blackboard: values shared by every document's namespace.
+  std::unordered_map<std::wstring, ValuePtr> blackboard;
+
   int catchDepth = 0;          // active vl-catch-all-apply (and load onfailure) frames
   bool inErrorHandler = false;  // *error* is running
   bool lastWasVoid = false;     // the latest value came from an external acedRetVoid
@@ -82,6 +88,22 @@ class DepthGuard {
 
  private:
   Machine& mMachine;
+};
+
+// A call on the call stack while it runs.
+class CallRecord {
+ public:
+  CallRecord(Machine& m, const Symbol* fn) : mMachine(m), mDepth(m.callStack.size()) { m.callStack.push_back(fn); }
+  // Back to the depth it found (commands on fibers may interleave calls).
+  ~CallRecord() {
+    if (mMachine.callStack.size() > mDepth) mMachine.callStack.resize(mDepth);
+  }
+  CallRecord(const CallRecord&) = delete;
+  CallRecord& operator=(const CallRecord&) = delete;
+
+ private:
+  Machine& mMachine;
+  size_t mDepth;
 };
 
 // Dynamic binding of function arguments and locals: the previous values
@@ -153,5 +175,12 @@ void RegisterSelectionBuiltins(Machine& m);
 void RegisterCommandBuiltins(Machine& m);
 void RegisterInputBuiltins(Machine& m);
 void RegisterDialogBuiltins(Machine& m);
+void RegisterSessionBuiltins(Machine& m);
+void RegisterRegistryBuiltins(Machine& m);
+void RegisterFileSystemBuiltins(Machine& m);
+void RegisterScreenBuiltins(Machine& m);
+void RegisterPickBuiltins(Machine& m);
+void RegisterPropertyBuiltins(Machine& m);
+void RegisterStandardDialogBuiltins(Machine& m);
 
 }  // namespace kelhost::lisp

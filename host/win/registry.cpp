@@ -22,6 +22,7 @@
 #include <cwchar>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "arx/win32.h"
 #include "kelhost/paths.h"
@@ -294,4 +295,80 @@ LONG RegCloseKey(HKEY key) {
   if (!key || OpenKeys().erase(open) == 0) return ERROR_INVALID_HANDLE;
   delete open;
   return ERROR_SUCCESS;
+}
+
+namespace {
+// The names of a key's direct subkeys (unescaped, in the store's order,
+// each once) and of its values.
+std::vector<std::wstring> SubkeyNames(const ProfileDocument& doc, const std::wstring& path) {
+  std::vector<std::wstring> names;
+  const std::wstring prefix = kelhost::ToUpper(path) + L"\\";
+  for (const std::wstring& section : doc.SectionNames()) {
+    if (kelhost::ToUpper(section).compare(0, prefix.size(), prefix) != 0) continue;
+    std::wstring rest = section.substr(prefix.size());
+    rest = rest.substr(0, rest.find(L'\\'));
+    if (rest.empty()) continue;
+    const std::wstring name = Unescape(rest);
+    bool seen = false;
+    for (const std::wstring& n : names) seen = seen || kelhost::EqualNoCase(n, name);
+    if (!seen) names.push_back(name);
+  }
+  return names;
+}
+
+LONG CopyName(const std::wstring& name, LPWSTR out, DWORD* length) {
+  if (!out || !length) return ERROR_INVALID_PARAMETER;
+  if (*length <= name.size()) {
+    *length = static_cast<DWORD>(name.size() + 1);
+    return ERROR_MORE_DATA;
+  }
+  std::wmemcpy(out, name.c_str(), name.size() + 1);
+  *length = static_cast<DWORD>(name.size());
+  return ERROR_SUCCESS;
+}
+}  // namespace
+
+LONG RegDeleteKeyW(HKEY key, LPCWSTR subKey) {
+  std::wstring parent;
+  REGSAM access;
+  if (!Resolve(key, parent, access)) return ERROR_INVALID_HANDLE;
+  const std::wstring path = JoinKey(parent, subKey);
+  if (path.find(L'\\') == std::wstring::npos) return ERROR_ACCESS_DENIED;  // a hive
+  ProfileDocument doc = LoadStore();
+  if (!KeyExists(doc, path)) return ERROR_FILE_NOT_FOUND;
+  if (!SubkeyNames(doc, path).empty()) return ERROR_ACCESS_DENIED;
+  std::wstring stored = path;
+  for (const std::wstring& section : doc.SectionNames())
+    if (kelhost::EqualNoCase(section, path)) stored = section;
+  doc.DeleteSection(stored);
+  return SaveStore(doc);
+}
+
+LONG RegEnumKeyExW(HKEY key, DWORD index, LPWSTR name, DWORD* nameLength, DWORD*, LPWSTR, DWORD*, FILETIME*) {
+  std::wstring path;
+  REGSAM access;
+  if (!Resolve(key, path, access)) return ERROR_INVALID_HANDLE;
+  const std::vector<std::wstring> names = SubkeyNames(LoadStore(), path);
+  if (index >= names.size()) return ERROR_NO_MORE_ITEMS;
+  return CopyName(names[index], name, nameLength);
+}
+
+LONG RegEnumValueW(HKEY key, DWORD index, LPWSTR name, DWORD* nameLength, DWORD*, DWORD* type, BYTE*, DWORD*) {
+  std::wstring path;
+  REGSAM access;
+  if (!Resolve(key, path, access)) return ERROR_INVALID_HANDLE;
+  const ProfileDocument doc = LoadStore();
+  std::wstring section = path;
+  for (const std::wstring& s : doc.SectionNames())
+    if (kelhost::EqualNoCase(s, path)) section = s;
+  const auto entries = doc.Entries(section);
+  if (index >= entries.size()) return ERROR_NO_MORE_ITEMS;
+  const std::wstring& stored = entries[index].first;
+  if (type) {
+    std::wstring data;
+    DWORD t = REG_NONE;
+    ReadValue(doc, section, stored == L"@" ? L"" : Unescape(stored).c_str(), t, data);
+    *type = t;
+  }
+  return CopyName(stored == L"@" ? std::wstring() : Unescape(stored), name, nameLength);
 }

@@ -125,6 +125,7 @@ void SetLastError(DWORD error);
 #define ERROR_FILE_NOT_FOUND 2L
 #define ERROR_PATH_NOT_FOUND 3L
 #define ERROR_ACCESS_DENIED 5L
+#define ERROR_NO_MORE_ITEMS 259L
 #define ERROR_INVALID_HANDLE 6L
 #define ERROR_NOT_ENOUGH_MEMORY 8L
 #define ERROR_NO_MORE_FILES 18L
@@ -168,6 +169,14 @@ LONG RegSetValueExW(HKEY key, LPCWSTR valueName, DWORD reserved, DWORD type, con
 LONG RegQueryValueExW(HKEY key, LPCWSTR valueName, DWORD* reserved, DWORD* type, BYTE* data, DWORD* size);
 LONG RegDeleteValueW(HKEY key, LPCWSTR valueName);
 LONG RegCloseKey(HKEY key);
+// Deletes a key that has no subkeys (ERROR_ACCESS_DENIED when it has).
+LONG RegDeleteKeyW(HKEY key, LPCWSTR subKey);
+// The index-th subkey's name, and the index-th value's name (lengths in
+// characters without the terminator); ERROR_NO_MORE_ITEMS past the last.
+LONG RegEnumKeyExW(HKEY key, DWORD index, LPWSTR name, DWORD* nameLength, DWORD* reserved, LPWSTR cls,
+                   DWORD* classLength, FILETIME* lastWrite);
+LONG RegEnumValueW(HKEY key, DWORD index, LPWSTR name, DWORD* nameLength, DWORD* reserved, DWORD* type,
+                   BYTE* data, DWORD* dataSize);
 
 // Debugger output: standard error, or the file named by KEL_DEBUG_LOG.
 void OutputDebugStringW(LPCWSTR text);

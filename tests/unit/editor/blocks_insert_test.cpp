@@ -50,7 +50,7 @@ TEST_F(BlocksInsertTest, DrawingOnTheSupportPathBecomesABlockWithItsAttributes) 
   EXPECT_EQ(out,
             L"\nINSERT"
             L"\nEnter block name or [?]: door"
-            L"\nUnits: Unitless   Conversion:    1.0000"
+            L"\nUnits: Millimeters   Conversion:    1.0000"
             L"\nSpecify insertion point or [Basepoint/Scale/X/Y/Z/Rotate]: 1,2"
             L"\nEnter X scale factor, specify opposite corner, or [Corner/XYZ] <1>: 2"
             L"\nEnter Y scale factor <use X scale factor>: "

@@ -113,10 +113,10 @@ TEST_F(SysvarTest, NewDrawingDefaultsHaveThePlatformTypes) {
 
 TEST_F(SysvarTest, SettingChecksTypeAndRange) {
   EXPECT_EQ(setShort(L"OSMODE", 16383), RTNORM);
-  EXPECT_EQ(setShort(L"OSMODE", 16384), RTREJ);
+  EXPECT_EQ(setShort(L"OSMODE", 16384 + 33), RTNORM);  // running snaps off, modes kept
   EXPECT_EQ(setShort(L"OSMODE", -1), RTREJ);
   EXPECT_EQ(setReal(L"OSMODE", 3.0), RTREJ);  // an integer variable takes no real
-  EXPECT_EQ(get(L"OSMODE").resval.rint, 16383);
+  EXPECT_EQ(get(L"OSMODE").resval.rint, 16384 + 33);
 
   EXPECT_EQ(setShort(L"FILLETRAD", 5), RTNORM);  // a real variable takes an integer
   EXPECT_DOUBLE_EQ(get(L"FILLETRAD").resval.rreal, 5.0);

@@ -1,0 +1,27 @@
+;; Files and directories through the family's path mapping: sizes, copies
+;; (refused onto an existing file unless appending), renames, deletions,
+;; directory listings by pattern and kind, new directories, file names
+;; taken apart, and temporary names that do not repeat.
+(defun show (label value) (princ (strcat "\n" label ": ")) (prin1 value))
+(show "mkdir" (list (vl-mkdir "Data") (vl-mkdir "Data")))
+(setq f (open "Data/Beam.txt" "w")) (write-line "span 6000" f) (close f)
+(show "size" (list (vl-file-size "data\\beam.txt") (vl-file-size "Data") (vl-file-size "nosuch.txt")))
+(show "directory-p" (list (vl-file-directory-p "Data") (vl-file-directory-p "Data/Beam.txt") (vl-file-directory-p "nosuch")))
+(show "copy" (list (vl-file-copy "Data/Beam.txt" "Data/Copy.txt") (vl-file-copy "Data/Beam.txt" "Data/Copy.txt")))
+(show "append" (vl-file-copy "Data/Beam.txt" "Data/Copy.txt" T))
+(show "copied size" (vl-file-size "Data/Copy.txt"))
+(show "copy missing" (vl-file-copy "Data/nosuch.txt" "Data/x.txt"))
+(vl-mkdir "Data/Sub")
+(show "files" (vl-directory-files "Data" "*.txt" 1))
+(show "directories" (vl-directory-files "Data" nil -1))
+(show "both" (vl-directory-files "Data" "*" 0))
+(show "missing directory" (vl-directory-files "nosuch"))
+(show "rename" (list (vl-file-rename "Data/Copy.txt" "Data/Beam.txt") (vl-file-rename "Data/Copy.txt" "Data/Old.txt")))
+(show "delete" (list (vl-file-delete "Data/Old.txt") (vl-file-delete "Data/Old.txt") (vl-file-delete "Data/Sub")))
+(show "base" (list (vl-filename-base "c:\\acadwin\\acad.exe") (vl-filename-base "/tmp/a.b.c") (vl-filename-base "noext")))
+(show "directory" (list (vl-filename-directory "c:\\acadwin\\acad.exe") (vl-filename-directory "/tmp/x.dwg") (vl-filename-directory "x.dwg")))
+(show "extension" (list (vl-filename-extension "c:\\acadwin\\acad.exe") (vl-filename-extension "a.b.lsp") (vl-filename-extension "noext") (vl-filename-extension ".hidden")))
+(setq t1 (vl-filename-mktemp "kel.tmp" "Data") t2 (vl-filename-mktemp "kel.tmp" "Data"))
+(show "mktemp" (list t1 t2))
+(show "bad argument" (vl-catch-all-error-message (vl-catch-all-apply 'vl-file-size '(12))))
+(princ)
