@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <mutex>
+#include <unordered_set>
 
 #include "ads/entity_names.h"
 #include "ads/selection_sets.h"
@@ -13,9 +14,27 @@
 namespace kelhost::ads {
 namespace {
 
+// A set's members in order, with an index of them so that adding one
+// (which must not add it twice) and testing membership do not walk the
+// whole set.
+struct SelectionSet {
+  std::vector<AcDbObjectId> order;
+  std::unordered_set<AcDbStub*> index;
+
+  bool has(AcDbObjectId id) const { return index.count(id) != 0; }
+  void add(AcDbObjectId id) {
+    if (index.insert(id).second) order.push_back(id);
+  }
+  bool remove(AcDbObjectId id) {
+    if (index.erase(id) == 0) return false;
+    order.erase(std::find(order.begin(), order.end(), id));
+    return true;
+  }
+};
+
 struct Store {
   std::mutex lock;
-  std::map<std::int64_t, std::vector<AcDbObjectId>> sets;
+  std::map<std::int64_t, SelectionSet> sets;
   std::map<std::int64_t, SelectionHow> hows;
   std::int64_t next = 1;
 };
@@ -25,7 +44,7 @@ Store& TheStore() {
   return store;
 }
 
-std::vector<AcDbObjectId>* Find(Store& s, const ads_name name) {
+SelectionSet* Find(Store& s, const ads_name name) {
   if (!name || name[1] != 0) return nullptr;
   auto it = s.sets.find(name[0]);
   return it == s.sets.end() ? nullptr : &it->second;
@@ -41,17 +60,21 @@ AcDbObjectId EntityOf(const ads_name ename) {
 }  // namespace
 
 void NewSelectionSet(std::vector<AcDbObjectId> ids, ads_name name) {
+  SelectionSet set;
+  set.order.reserve(ids.size());
+  for (const AcDbObjectId& id : ids) set.add(id);
   Store& s = TheStore();
   std::lock_guard<std::mutex> hold(s.lock);
   name[0] = s.next++;
   name[1] = 0;
-  s.sets[name[0]] = std::move(ids);
+  s.sets[name[0]] = std::move(set);
 }
 
 const std::vector<AcDbObjectId>* SelectionSetMembers(const ads_name name) {
   Store& s = TheStore();
   std::lock_guard<std::mutex> hold(s.lock);
-  return Find(s, name);
+  const SelectionSet* set = Find(s, name);
+  return set ? &set->order : nullptr;
 }
 
 void SetSelectionHow(const ads_name name, SelectionHow how) {
@@ -85,7 +108,7 @@ int acedSSLength(const ads_name sname, Adesk::Int32* len) {
   std::lock_guard<std::mutex> hold(s.lock);
   const auto* set = kelhost::ads::Find(s, sname);
   if (!set || !len) return RTERROR;
-  *len = static_cast<Adesk::Int32>(set->size());
+  *len = static_cast<Adesk::Int32>(set->order.size());
   return RTNORM;
 }
 
@@ -105,7 +128,7 @@ int acedSSAdd(const ads_name ename, const ads_name sname, ads_name result) {
   std::lock_guard<std::mutex> hold(s.lock);
   auto* set = kelhost::ads::Find(s, sname);
   if (!set || !haveEntity) return RTERROR;
-  if (std::find(set->begin(), set->end(), id) == set->end()) set->push_back(id);
+  set->add(id);
   ads_name_set(sname, result);
   return RTNORM;
 }
@@ -116,10 +139,7 @@ int acedSSDel(const ads_name ename, const ads_name ss) {
   std::lock_guard<std::mutex> hold(s.lock);
   auto* set = kelhost::ads::Find(s, ss);
   if (!set || id.isNull()) return RTERROR;
-  auto it = std::find(set->begin(), set->end(), id);
-  if (it == set->end()) return RTERROR;
-  set->erase(it);
-  return RTNORM;
+  return set->remove(id) ? RTNORM : RTERROR;
 }
 
 int acedSSMemb(const ads_name ename, const ads_name ss) {
@@ -128,14 +148,14 @@ int acedSSMemb(const ads_name ename, const ads_name ss) {
   std::lock_guard<std::mutex> hold(s.lock);
   const auto* set = kelhost::ads::Find(s, ss);
   if (!set || id.isNull()) return RTERROR;
-  return std::find(set->begin(), set->end(), id) != set->end() ? RTNORM : RTERROR;
+  return set->has(id) ? RTNORM : RTERROR;
 }
 
 int acedSSName(const ads_name ss, Adesk::Int32 i, ads_name entres) {
   auto& s = kelhost::ads::TheStore();
   std::lock_guard<std::mutex> hold(s.lock);
   const auto* set = kelhost::ads::Find(s, ss);
-  if (!set || !entres || i < 0 || static_cast<size_t>(i) >= set->size()) return RTERROR;
-  kelhost::ads::NameOfId((*set)[static_cast<size_t>(i)], entres);
+  if (!set || !entres || i < 0 || static_cast<size_t>(i) >= set->order.size()) return RTERROR;
+  kelhost::ads::NameOfId(set->order[static_cast<size_t>(i)], entres);
   return RTNORM;
 }

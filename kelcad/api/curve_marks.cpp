@@ -4,7 +4,7 @@
 
 #include "kelcad/api/curves.h"
 #include "kelcad/api/opened.h"
-#include "kelcad/api/readable_angle.h"
+#include "kelcad/api/readable_angles.h"
 
 namespace KEL {
 
@@ -55,7 +55,8 @@ bool GetLAMarkPoint(const ads_name name, double middle[3], double left[3], doubl
   acutPolar(mid, direction - kPi / 2, length / 10, r);
   for (int i = 0; i < 3; ++i) middle[i] = mid[i], left[i] = l[i], right[i] = r[i];
   // Text along the line reads from left to right (the vertical upwards).
-  angle = MakeAngleIn2PI(ReadsBackwards(direction) ? direction - kPi : direction);
+  double across = 0.0;
+  GetRightTopAngles(direction, angle, across);
   return true;
 }
 

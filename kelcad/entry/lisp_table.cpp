@@ -155,7 +155,7 @@ const LispFunctionRow kTable[kLispFunctionCount] = {
     {L"kel_islinespx", KEL_IsLinesPX, 0},        // 126
     {L"kel_mkmdir", KEL_MkMDir, 0},              // 127
     {L"kel_restorecadmenu", KEL_RestoreCADMenu, 0}, // 128
-    {L"kel_getrightpointatdist", kNotBuilt, 0},  // 129
+    {L"kel_getrightpointatdist", KEL_GetRightPointAtDist, 0},  // 129
     {L"kel_bpoly", kNotBuilt, 0},                // 130
     {L"kel_str2strlst", KEL_Str2StrLst, 0},      // 131
     {L"kel_enableeditorreactor", KEL_EnableEditorReactor, 0},  // 132

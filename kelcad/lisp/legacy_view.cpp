@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "kelcad/api/cadvar.h"
+#include "kelcad/api/screen_view.h"
 #include "kelcad/api/sysvar_access.h"
 #include "kelcad/lisp/entmake_support.h"
 #include "kelcad/lisp/legacy_handlers.h"
@@ -12,37 +13,6 @@
 
 namespace KEL {
 namespace Lisp {
-
-namespace {
-
-constexpr double kPi = 3.14159265358979323846;
-
-// The corners of the current view in drawing units: VIEWSIZE is its
-// height, and its width follows from the proportions of the virtual screen
-// (VSMIN, VSMAX) around VIEWCTR.
-struct ViewCorners {
-  ads_point lowerLeft, upperRight;
-  ViewCorners() {
-    double height = 0.0;
-    ads_point centre = {0, 0, 0}, vsMax = {0, 0, 0}, vsMin = {0, 0, 0};
-    GetCADVar(L"VIEWSIZE", height);
-    GetCADVar(L"VIEWCTR", centre);
-    GetCADVar(L"VSMAX", vsMax);
-    GetCADVar(L"VSMIN", vsMin);
-    const double width = (vsMax[0] - vsMin[0]) / (vsMax[1] - vsMin[1]) * height;
-    ads_point below;
-    acutPolar(centre, 3 * kPi / 2, height / 2, below);
-    acutPolar(below, kPi, width / 2, lowerLeft);
-    ads_point above;
-    acutPolar(centre, kPi / 2, height / 2, above);
-    acutPolar(above, 0.0, width / 2, upperRight);
-  }
-  bool contains(const ads_point p) const {
-    return lowerLeft[0] <= p[0] && p[0] <= upperRight[0] && lowerLeft[1] <= p[1] && p[1] <= upperRight[1];
-  }
-};
-
-}  // namespace
 
 // (set3d elevation thickness): objects of that thickness drawn from now on
 // are centred on the elevation.
@@ -65,11 +35,7 @@ int Set3d() {
 // (get_dd): the pick box's size in drawing units, the view's height being
 // taken as 200 pixels.
 int GetDd() {
-  acedRetReal(3.0);
-  int pickBox = 0;
-  GetCADVar(L"PICKBOX", pickBox);
-  const ViewCorners view;
-  acedRetReal(std::fabs(view.upperRight[1] - view.lowerLeft[1]) / 200 * (pickBox == 0 ? 3 : pickBox));
+  acedRetReal(GetPickBoxWidth());
   return RTNORM;
 }
 
@@ -87,8 +53,7 @@ int Zm2Pt() {
     return kLegacyFailed;
   ads_point p1 = {a[0]->resval.rpoint[0], a[0]->resval.rpoint[1], a[0]->resval.rpoint[2]};
   ads_point p2 = {a[1]->resval.rpoint[0], a[1]->resval.rpoint[1], a[1]->resval.rpoint[2]};
-  const ViewCorners view;
-  if (view.contains(p1) && view.contains(p2)) return RTNORM;
+  if (IsPtInView(p1) && IsPtInView(p2)) return RTNORM;
   const double margin = 0.1 * acutDistance(p1, p2);
   ads_point q1, q2;
   acutPolar(p1, acutAngle(p2, p1), margin, q1);
@@ -96,9 +61,11 @@ int Zm2Pt() {
   ads_point centre = {(q1[0] + q2[0]) / 2, (q1[1] + q2[1]) / 2, (q1[2] + q2[2]) / 2};
   // The height that fits both the rise and the run of the moved points in
   // a view of the current proportions.
-  const double aspect = (view.upperRight[0] - view.lowerLeft[0]) / (view.upperRight[1] - view.lowerLeft[1]);
+  ads_point lowerLeft, upperRight;
+  GetScreenLBRT(lowerLeft, upperRight);
+  const double aspect = (upperRight[0] - lowerLeft[0]) / (upperRight[1] - lowerLeft[1]);
   double height = std::max(std::fabs(q2[1] - q1[1]), std::fabs(q2[0] - q1[0]) / aspect);
-  if (!(height > 0)) height = std::fabs(view.upperRight[1] - view.lowerLeft[1]);  // one point: keep the size
+  if (!(height > 0)) height = std::fabs(upperRight[1] - lowerLeft[1]);  // one point: keep the size
   acedCommandS(RTSTR, L"_.ZOOM", RTSTR, L"_C", RT3DPOINT, centre, RTREAL, height, RTNONE);
   acedRetT();
   return RTNORM;
@@ -115,7 +82,7 @@ int Pan2V() {
                        Fail, a))
     return kLegacyFailed;
   ads_point p = {a[0]->resval.rpoint[0], a[0]->resval.rpoint[1], a[0]->resval.rpoint[2]};
-  if (ViewCorners().contains(p)) return RTNORM;
+  if (IsPtInView(p)) return RTNORM;
   ads_point centre = {0, 0, 0};
   GetCADVar(L"VIEWCTR", centre);
   acedCommandS(RTSTR, L"_.PAN", RT3DPOINT, p, RT3DPOINT, centre, RTNONE);

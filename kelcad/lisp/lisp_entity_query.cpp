@@ -89,13 +89,6 @@ bool SetOfListedNames(const resbuf* open, ads_name set) {
   return any;
 }
 
-void ReturnBox(const double min[3], const double max[3]) {
-  resbuf* list = acutBuildList(RT3DPOINT, min, RT3DPOINT, max, 0);
-  if (list == nullptr) return;
-  acedRetList(list);
-  acutRelRb(list);
-}
-
 }  // namespace
 
 int KEL_GetSSRect() {
@@ -128,7 +121,7 @@ int KEL_GetSSRect() {
     }
   }
   if (measured != 1) return RTERROR;
-  ReturnBox(min, max);
+  ReturnPointPair(min, max);
   return RTNORM;
 }
 

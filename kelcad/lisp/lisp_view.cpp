@@ -1,6 +1,7 @@
 // The current view from AutoLISP: its corners, the pick box, whether a
 // point is in view, points put on the XY plane, and redrawing a set.
 #include "kelcad/api/screen_view.h"
+#include "kelcad/lisp/entmake_support.h"
 #include "kelcad/lisp/query_handlers.h"
 #include "kelcad/lisp/usage_lines.h"
 
@@ -8,16 +9,6 @@ namespace KEL {
 namespace Lisp {
 
 namespace {
-
-bool IsPoint(const resbuf* rb) { return rb != nullptr && (rb->restype == RTPOINT || rb->restype == RT3DPOINT); }
-
-// The corners as an AutoLISP list of two 3D points.
-void ReturnCorners(const ads_point lowerLeft, const ads_point upperRight) {
-  resbuf* list = acutBuildList(RT3DPOINT, lowerLeft, RT3DPOINT, upperRight, 0);
-  if (list == nullptr) return;
-  acedRetList(list);
-  acutRelRb(list);
-}
 
 // Redraw modes beyond the last one (4, end highlighting) count as it.
 constexpr int kLastRedrawMode = 4;
@@ -34,7 +25,7 @@ int KEL_GetPickBoxWidth() {
 int KEL_GetScreenLBRT() {
   ads_point lowerLeft, upperRight;
   GetScreenLBRT(lowerLeft, upperRight);
-  ReturnCorners(lowerLeft, upperRight);
+  ReturnPointPair(lowerLeft, upperRight);
   return RTNORM;
 }
 
@@ -47,7 +38,7 @@ int KEL_IsPtInView() {
     acutPrintf(L"%s", L"\nError:panptv没有给定参数.");
     return RTNORM;
   }
-  if (!IsPoint(arg)) {
+  if (!IsPointArg(arg)) {
     acutPrintf(L"%s", L"\nError:panptv给定参数不是POINT.");
     return RTNORM;
   }
@@ -58,7 +49,7 @@ int KEL_IsPtInView() {
 
 int KEL_GetPMPt() {
   const resbuf* arg = acedGetArgs();
-  if (!IsPoint(arg)) {
+  if (!IsPointArg(arg)) {
     PrintUsageLines({L"\n KEL_GetPMPt 参数错", L"\n 功能：把一个点在Z置为0", L"\n 用法：KEL_GetPMPt 点"});
     return RTNORM;
   }

@@ -21,5 +21,7 @@ int KEL_SetEntColorIndex();     // "kel_setentcolorindex"
 int KEL_EntIsType();            // "kel_entistype"
 int KEL_GetSSRect();            // "kel_getssrect"
 
+int KEL_GetRightPointAtDist();  // "kel_getrightpointatdist"
+
 }  // namespace Lisp
 }  // namespace KEL

@@ -21,5 +21,13 @@ inline void ReturnBool(bool value) {
     acedRetNil();
 }
 
+// Two 3D points as an AutoLISP list: corners of a view or of a box.
+inline void ReturnPointPair(const double first[3], const double second[3]) {
+  resbuf* list = acutBuildList(RT3DPOINT, first, RT3DPOINT, second, 0);
+  if (list == nullptr) return;
+  acedRetList(list);
+  acutRelRb(list);
+}
+
 }  // namespace Lisp
 }  // namespace KEL

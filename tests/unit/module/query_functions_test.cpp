@@ -130,4 +130,23 @@ TEST_F(QueryFunctions, EntityColourAndType) {
   EXPECT_TRUE(Void(L"(kel_entistype e)"));
 }
 
+TEST_F(QueryFunctions, PointAlongACurveTowardsTheRight) {
+  // Drawn leftwards: the point is found by going back along the line.
+  Eval(L"(entmake '((0 . \"LINE\") (10 10.0 0.0 0.0) (11 0.0 0.0 0.0)))");
+  Eval(L"(setq e (entlast))");
+  EXPECT_EQ(Eval(L"(kel_getrightpointatdist e '(5 1) 2)"), L"(7.0 0.0 0.0)");
+  EXPECT_EQ(Eval(L"(kel_getrightpointatdist e '(5 0 0) -2.5)"), L"(2.5 0.0 0.0)");
+  EXPECT_EQ(Eval(L"(kel_getrightpointatdist e '(5 0 0) 6.0)"), L"nil");  // past the end
+  Eval(L"(entmake '((0 . \"TEXT\") (10 0.0 0.0 0.0) (40 . 1.0) (1 . \"A\")))");
+  EXPECT_EQ(Eval(L"(kel_getrightpointatdist (entlast) '(0 0) 1)"), L"nil");  // not a curve
+
+  const std::wstring usage =
+      L"\n 求曲线上右边定距离点\n KEL_GetRightPointAtDist 实体名 点 距离\n 返回：点或者nil";
+  EXPECT_EQ(Printed(L"(kel_getrightpointatdist)"), usage);
+  EXPECT_EQ(Printed(L"(kel_getrightpointatdist e '(5 0))"), usage);
+  EXPECT_EQ(Printed(L"(kel_getrightpointatdist '(5 0) e 2)"), usage);
+  EXPECT_EQ(Printed(L"(kel_getrightpointatdist e '(5 0) 70000)"), usage);  // a long integer is not taken
+  EXPECT_TRUE(Void(L"(kel_getrightpointatdist e 5 2)"));
+}
+
 }  // namespace
