@@ -305,7 +305,7 @@ TEST_F(CloneTest, DeferredTranslationWaitsForTheLastCallAndAnAbortTakesEverythin
 
 TEST_F(CloneTest, AFailureHalfwayLeavesTheTargetAsItWas) {
   const size_t before = LiveObjects(db.get());
-  const Adesk::UInt64 seed = db->handseed();
+  const Adesk::UInt64 nextHandle = db->handseed();
   // The text style table held open: ROMANS cannot be added, after DASHED,
   // INNER and its circle were.
   AcDbTextStyleTable* styles = nullptr;
@@ -316,7 +316,7 @@ TEST_F(CloneTest, AFailureHalfwayLeavesTheTargetAsItWas) {
   AcDbObjectId ms = db->modelSpaceId();
   EXPECT_NE(src.db->wblockCloneObjects(ids, ms, map, AcDb::kDrcReplace), Acad::eOk);
   styles->close();
-  EXPECT_GT(static_cast<Adesk::UInt64>(db->handseed()), seed) << "nothing was made before the failure";
+  EXPECT_GT(static_cast<Adesk::UInt64>(db->handseed()), nextHandle) << "nothing was made before the failure";
   EXPECT_EQ(LiveObjects(db.get()), before);
   EXPECT_TRUE(entities(db->modelSpaceId()).empty());
   EXPECT_TRUE(block(db.get(), L"INNER").isNull());

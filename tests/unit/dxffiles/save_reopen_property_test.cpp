@@ -16,7 +16,7 @@ namespace {
 
 class Extremes {
  public:
-  explicit Extremes(unsigned seed) : mEngine(seed) {}
+  explicit Extremes(unsigned start) : mEngine(start) {}
   double operator()() {
     static const double kValues[] = {DBL_MAX, -DBL_MAX, DBL_MIN, -DBL_MIN, 4.9e-324, -4.9e-324, 1e-320, -0.0, 0.0,
                                      1e300, -1e300, 1e-300, 1.0 / 3.0, 123456789.123456789, 1e15 + 0.3};

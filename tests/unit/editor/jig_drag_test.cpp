@@ -11,7 +11,7 @@ constexpr double kPi = 3.14159265358979323846;
 
 TEST_F(JigTest, FiveScriptedPointsAreFiveSamplesAndTheEntityStaysOutOfTheDatabase) {
   answers(L"1,1\n2,2\n3,3\n4,4\n5,5\n\n");
-  const AcDbHandle seed = db->handseed();
+  const AcDbHandle nextHandle = db->handseed();
   LineJig jig(AcGePoint3d(0, 0, 0), AcEdJig::kNullResponseAccepted);
   int normal = 0;
   AcEdJig::DragStatus s;
@@ -34,7 +34,7 @@ TEST_F(JigTest, FiveScriptedPointsAreFiveSamplesAndTheEntityStaysOutOfTheDatabas
   }
   EXPECT_FALSE(jig.line()->isDatabaseResident());
   EXPECT_EQ(entityCount(), 0);
-  EXPECT_EQ(db->handseed(), seed);
+  EXPECT_EQ(db->handseed(), nextHandle);
   EXPECT_EQ(out, L"\nTo point: 1,1\nTo point: 2,2\nTo point: 3,3\nTo point: 4,4\nTo point: 5,5\nTo point: ");
 }
 

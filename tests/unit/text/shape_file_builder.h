@@ -1,5 +1,5 @@
 // Compiled shape files made in the tests, in the three layouts the host
-// reads, from shapes given as specification bytes.
+// reads, from shapes given as shape bytes.
 #pragma once
 
 #include <cstdint>
@@ -17,7 +17,7 @@ inline void U32(std::string& out, unsigned long v) {
   U16(out, (v >> 16) & 0xFFFF);
 }
 
-using Shapes = std::map<unsigned, std::string>;  // number -> specification bytes, ending in 0
+using Shapes = std::map<unsigned, std::string>;  // number -> shape bytes, ending in 0
 
 // "unifont 1.0": characters by Unicode number.
 inline std::string Unifont(const std::string& name, int above, int below, const Shapes& shapes) {
@@ -29,8 +29,8 @@ inline std::string Unifont(const std::string& name, int above, int below, const 
   U32(out, shapes.size() + 1);
   U16(out, info.size());
   out += info;
-  for (const auto& [number, spec] : shapes) {
-    const std::string block = "S" + std::string(1, '\0') + spec;
+  for (const auto& [number, code] : shapes) {
+    const std::string block = "S" + std::string(1, '\0') + code;
     U16(out, number);
     U16(out, block.size());
     out += block;
@@ -43,7 +43,7 @@ inline std::string ShapesFont(const std::string& name, int above, int below, con
   std::string out = "AutoCAD-86 shapes 1.0\r\n\x1a";
   std::map<unsigned, std::string> blocks;
   blocks[0] = name + '\0' + static_cast<char>(above) + static_cast<char>(below) + std::string("\0\0", 2);
-  for (const auto& [number, spec] : shapes) blocks[number] = "S" + std::string(1, '\0') + spec;
+  for (const auto& [number, code] : shapes) blocks[number] = "S" + std::string(1, '\0') + code;
   U16(out, 0);
   U16(out, blocks.rbegin()->first);
   U16(out, blocks.size());
@@ -60,7 +60,7 @@ inline std::string Bigfont(const std::string& name, int height, const Shapes& sh
   std::string out = "AutoCAD-86 bigfont 1.0\r\n\x1a";
   std::map<unsigned, std::string> blocks;
   blocks[0] = name + '\0' + static_cast<char>(height) + std::string("\0\0\0", 3);
-  for (const auto& [number, spec] : shapes) blocks[number] = std::string(1, '\0') + spec;
+  for (const auto& [number, code] : shapes) blocks[number] = std::string(1, '\0') + code;
   U16(out, blocks.size());
   U16(out, 0);
   U16(out, 1);  // one escape range
@@ -77,8 +77,8 @@ inline std::string Bigfont(const std::string& name, int height, const Shapes& sh
   return out;
 }
 
-// Specification bytes from a list of values (negative ones as signed bytes).
-inline std::string Spec(std::initializer_list<int> bytes) {
+// Shape bytes from a list of values (negative ones as signed bytes).
+inline std::string ShapeCode(std::initializer_list<int> bytes) {
   std::string s;
   for (int b : bytes) s += static_cast<char>(b & 0xFF);
   return s;

@@ -10,30 +10,30 @@ namespace {
 using kelhost::text::GlyphMetrics;
 using kelhost::text::GlyphPath;
 using kelhost::text::ShapeFont;
-using shapetest::Spec;
+using shapetest::ShapeCode;
 
 // Capitals 10 units high: every metric below is in tenths of that.
 shapetest::Shapes TestShapes() {
   return {
       // L: up the stem pen-up, down 10, right 6, then on to x 8.
-      {'L', Spec({2, 8, 0, 10, 1, 0xAC, 0x60, 2, 8, 2, 0, 0})},
+      {'L', ShapeCode({2, 8, 0, 10, 1, 0xAC, 0x60, 2, 8, 2, 0, 0})},
       // O: a full circle of radius 3 (octant arc from octant 0, 8 octants).
-      {'O', Spec({2, 8, 6, 3, 1, 10, 3, 0x00, 2, 8, 2, -3, 0})},
+      {'O', ShapeCode({2, 8, 6, 3, 1, 10, 3, 0x00, 2, 8, 2, -3, 0})},
       // C: half a circle from (6,0) to (0,0) bulging up (bulge 127).
-      {'C', Spec({2, 8, 6, 0, 1, 12, -6, 0, 127, 2, 8, 8, 0, 0})},
+      {'C', ShapeCode({2, 8, 6, 0, 1, 12, -6, 0, 127, 2, 8, 8, 0, 0})},
       // V: a displacement for vertical text only, then a stroke of 4.
-      {'V', Spec({14, 8, 0, -20, 0x40, 0})},
+      {'V', ShapeCode({14, 8, 0, -20, 0x40, 0})},
       // T: L as a subshape, then the pen down for a stroke on from there.
-      {'T', Spec({7, 0x00, 'L', 1, 0x20, 0})},
+      {'T', ShapeCode({7, 0x00, 'L', 1, 0x20, 0})},
       // g: a stroke below the baseline.
-      {'g', Spec({2, 8, 0, -3, 1, 0x64, 2, 8, 4, -3, 0})},
+      {'g', ShapeCode({2, 8, 0, -3, 1, 0x64, 2, 8, 4, -3, 0})},
       // R: itself as a subshape, for ever.
-      {'R', Spec({7, 0x00, 'R', 0})},
+      {'R', ShapeCode({7, 0x00, 'R', 0})},
       // Scale codes: divide by 2, a stroke of 8 is 4 long, multiply back.
-      {'S', Spec({3, 2, 0x80, 4, 2, 0x20, 0})},
+      {'S', ShapeCode({3, 2, 0x80, 4, 2, 0x20, 0})},
       // Position stack: push, a stroke up, pop, a stroke right.
-      {'P', Spec({5, 0x54, 6, 0x50, 0})},
-      {0xB0, Spec({0x24, 0})},
+      {'P', ShapeCode({5, 0x54, 6, 0x50, 0})},
+      {0xB0, ShapeCode({0x24, 0})},
   };
 }
 
@@ -110,8 +110,8 @@ TEST(ShapeFont, OutlinesAreOpenStrokesInTextHeightUnits) {
 TEST(ShapeFont, ShapesLayoutNumbersByCodePageAndKeepsTheSignsAt256) {
   std::string error;
   auto font = ShapeFont::Parse("old.shx",
-                               shapetest::ShapesFont("OLD", 6, 2, {{'A', Spec({0x64, 0})}, {256, Spec({0x24, 0})},
-                                                                   {0xE9, Spec({0x34, 0})}}),
+                               shapetest::ShapesFont("OLD", 6, 2, {{'A', ShapeCode({0x64, 0})}, {256, ShapeCode({0x24, 0})},
+                                                                   {0xE9, ShapeCode({0x34, 0})}}),
                                &error);
   ASSERT_TRUE(font) << error;
   EXPECT_EQ(font->layout(), ShapeFont::Layout::kShapes);
@@ -127,7 +127,7 @@ TEST(ShapeFont, BigFontsNumberByTheirDoubleByteCodes) {
   std::string error;
   // 中 is D6D0 in GBK; a square of 8 on a height of 8, advancing 10.
   auto font = ShapeFont::Parse(
-      "hz.shx", shapetest::Bigfont("HZ", 8, {{0xD6D0, Spec({0x80, 0x84, 0x88, 0x8C, 2, 8, 10, 0, 0})}}), &error);
+      "hz.shx", shapetest::Bigfont("HZ", 8, {{0xD6D0, ShapeCode({0x80, 0x84, 0x88, 0x8C, 2, 8, 10, 0, 0})}}), &error);
   ASSERT_TRUE(font) << error;
   EXPECT_EQ(font->layout(), ShapeFont::Layout::kBigfont);
   EXPECT_EQ(font->codePage(), "GBK");
@@ -142,13 +142,13 @@ TEST(ShapeFont, BrokenFilesAreRefusedWithAReason) {
   EXPECT_EQ(error, "is not a compiled shape file");
   EXPECT_FALSE(ShapeFont::Parse("x.shx", "AutoCAD-86 fancyfont 1.0\r\n\x1a", &error));
   EXPECT_EQ(error, "is a compiled shape file of an unknown kind");
-  EXPECT_FALSE(ShapeFont::Parse("x.shx", shapetest::Unifont("NOHEIGHT", 0, 0, {{'A', Spec({0x64, 0})}}), &error));
+  EXPECT_FALSE(ShapeFont::Parse("x.shx", shapetest::Unifont("NOHEIGHT", 0, 0, {{'A', ShapeCode({0x64, 0})}}), &error));
   EXPECT_EQ(error, "has a font description without a height");
 
   // Every cut of good files is refused or read; none is read past its end.
   for (const std::string& whole : {shapetest::Unifont("TEST", 10, 3, TestShapes()),
-                                   shapetest::ShapesFont("OLD", 6, 2, {{'A', Spec({0x64, 0})}}),
-                                   shapetest::Bigfont("HZ", 8, {{0xD6D0, Spec({0x80, 0})}})}) {
+                                   shapetest::ShapesFont("OLD", 6, 2, {{'A', ShapeCode({0x64, 0})}}),
+                                   shapetest::Bigfont("HZ", 8, {{0xD6D0, ShapeCode({0x80, 0})}})}) {
     for (size_t n = 0; n < whole.size(); ++n) {
       auto font = ShapeFont::Parse("cut.shx", whole.substr(0, n), &error);
       if (font)

@@ -18,7 +18,7 @@
 
 namespace {
 
-using shapetest::Spec;
+using shapetest::ShapeCode;
 
 // A character as FreeType reads it from a font file, in text-height units.
 struct Reference {
@@ -72,13 +72,13 @@ class TextBoxTest : public EditorTest {
     mOldAcad = acad ? acad : "";
     setenv("ACAD", fonts.path().c_str(), 1);
     TempDir::Write(fonts.file("kt_uni.shx"), shapetest::Unifont("KT", 10, 3, {
-        {' ', Spec({2, 0x60, 0})},                                   // 0.6 wide, no ink
-        {'L', Spec({2, 8, 0, 10, 1, 0xAC, 0x60, 2, 8, 2, 0, 0})},  // 0.8 wide, ink 0.6 by 1
-        {'g', Spec({2, 8, 0, -3, 1, 0x64, 2, 8, 4, -3, 0})},       // ink from -0.3 to 0.3
-        {0xB0, Spec({2, 8, 0, 8, 1, 0x22, 2, 8, 2, -10, 0})},      // a degree sign high up
+        {' ', ShapeCode({2, 0x60, 0})},                                   // 0.6 wide, no ink
+        {'L', ShapeCode({2, 8, 0, 10, 1, 0xAC, 0x60, 2, 8, 2, 0, 0})},  // 0.8 wide, ink 0.6 by 1
+        {'g', ShapeCode({2, 8, 0, -3, 1, 0x64, 2, 8, 4, -3, 0})},       // ink from -0.3 to 0.3
+        {0xB0, ShapeCode({2, 8, 0, 8, 1, 0x22, 2, 8, 2, -10, 0})},      // a degree sign high up
     }));
     TempDir::Write(fonts.file("kt_big.shx"),
-                   shapetest::Bigfont("KTBIG", 8, {{0xD6D0, Spec({0x80, 0x84, 0x88, 0x8C, 2, 8, 10, 0, 0})}}));
+                   shapetest::Bigfont("KTBIG", 8, {{0xD6D0, ShapeCode({0x80, 0x84, 0x88, 0x8C, 2, 8, 10, 0, 0})}}));
     addStyle(L"KT", L"kt_uni", L"", 0.0);
     addStyle(L"KT5", L"kt_uni.shx", L"", 5.0);
     addStyle(L"KTBIG", L"kt_uni", L"kt_big.shx", 0.0);
